@@ -1,0 +1,37 @@
+# Warnings, hardening and sanitizers, once, for every target: link veltramoor_options.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+
+set(VELTRAMOOR_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, 'address,undefined', 'thread' or 'fuzzer'")
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+endif()
+
+set(veltramoor_warnings
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Wold-style-cast -Woverloaded-virtual -Wformat=2)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 reports moves of std::string as restrict overlaps, and inlined optionals and vectors as
+  # uninitialised or overflowing reads (GCC bugs 105329, 105562, 105580).
+  list(APPEND veltramoor_warnings
+    -Wno-restrict -Wno-maybe-uninitialized -Wno-array-bounds -Wno-stringop-overflow
+    -Wno-stringop-overread)
+endif()
+
+add_library(veltramoor_options INTERFACE)
+target_compile_options(veltramoor_options INTERFACE ${veltramoor_warnings} -fstack-protector-strong)
+
+if(VELTRAMOOR_SANITIZE)
+  add_compile_options(-fsanitize=${VELTRAMOOR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${VELTRAMOOR_SANITIZE})
+else()
+  target_compile_definitions(veltramoor_options INTERFACE
+    $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)
+  add_link_options(-Wl,-z,relro,-z,now)
+endif()
