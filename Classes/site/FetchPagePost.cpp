@@ -1,0 +1,18 @@
+#include "site/FetchPagePost.h"
+
+#include "site/HttpRequest.h"
+
+namespace veltramoor {
+
+FetchPagePost::FetchPagePost(std::optional<Url> url, std::string post, Completion completion)
+    : FetchPage(std::move(url), std::move(completion)), post_(std::move(post)) {}
+
+void FetchPagePost::fetch() {
+  HttpRequest request(url());
+  request.setType("POST");
+  request.setPostData(post_);
+  request.request();
+  returnObject_ = true;
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,105 @@
+// One HTTP exchange, as the whole application performs it.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Url.h"
+#include "platform/UrlLoading.h"
+
+namespace veltramoor {
+
+class BitClient;
+
+/// Separates the parts of a multipart upload: 27 hyphens and 29 digits.
+inline constexpr std::string_view kMultipartBoundary =
+    "---------------------------20072377098235644401115438165";
+
+/// Fill in URL, method and body, call `request()`, then read status, bytes, text and headers from
+/// the same object. `request()` blocks until the exchange is over and never throws or reports; the
+/// outcome is what `isResponseValid()` and the accessors say. Each object belongs to one thread.
+class HttpRequest {
+ public:
+  explicit HttpRequest(std::optional<Url> url);
+  virtual ~HttpRequest() = default;
+  HttpRequest(const HttpRequest&) = default;
+  HttpRequest(HttpRequest&&) = default;
+  HttpRequest& operator=(const HttpRequest&) = default;
+  HttpRequest& operator=(HttpRequest&&) = default;
+
+  /// Performs the exchange and overwrites the outputs. Without a URL it fails like an unreachable
+  /// host.
+  virtual void request();
+
+  /// Whether the final response's status lies in 200 to 299; false without a response.
+  [[nodiscard]] bool isResponseValid() const;
+
+  [[nodiscard]] const std::optional<Url>& url() const { return url_; }
+  void setUrl(std::optional<Url> url) { url_ = std::move(url); }
+
+  /// The method; "GET" at first. Compared with "POST" exactly.
+  [[nodiscard]] const std::string& type() const { return type_; }
+  void setType(std::string type) { type_ = std::move(type); }
+
+  /// Form text of a POST. Its stated Content-Length counts UTF-16 units, as the site has always been
+  /// told, and is therefore too small for text outside ASCII.
+  [[nodiscard]] const std::optional<std::string>& postData() const { return postData_; }
+  void setPostData(std::optional<std::string> text) { postData_ = std::move(text); }
+
+  /// A ready-made body for any method; no content header is added for it.
+  [[nodiscard]] const std::optional<std::string>& body() const { return body_; }
+  void setBody(std::optional<std::string> bytes) { body_ = std::move(bytes); }
+
+  /// On a POST without `body`: the remote client whose multipart upload is the body.
+  [[nodiscard]] const std::shared_ptr<BitClient>& client() const { return client_; }
+  void setClient(std::shared_ptr<BitClient> client) { client_ = std::move(client); }
+
+  /// Basic authentication, used when the user name is not empty.
+  [[nodiscard]] const std::optional<std::string>& username() const { return username_; }
+  void setUsername(std::optional<std::string> text) { username_ = std::move(text); }
+  [[nodiscard]] const std::optional<std::string>& password() const { return password_; }
+  void setPassword(std::optional<std::string> text) { password_ = std::move(text); }
+
+  /// Idle timeout in seconds; 0 keeps the transport's default.
+  [[nodiscard]] int timeout() const { return timeout_; }
+  void setTimeout(int seconds) { timeout_ = seconds; }
+
+  /// True (at first): the desktop User-Agent; false: the handset one.
+  [[nodiscard]] bool overwriteUserAgent() const { return overwriteUserAgent_; }
+  void setOverwriteUserAgent(bool overwrite) { overwriteUserAgent_ = overwrite; }
+
+  /// Further header fields, added as they stand in this order, beside any of the same name.
+  [[nodiscard]] const HeaderList& extraHeaders() const { return extraHeaders_; }
+  void setExtraHeaders(HeaderList headers) { extraHeaders_ = std::move(headers); }
+
+  /// Absent when no response was had.
+  [[nodiscard]] const std::optional<UrlResponse>& urlResponse() const { return urlResponse_; }
+  [[nodiscard]] const std::optional<std::string>& responseData() const { return responseData_; }
+  void setResponseData(std::optional<std::string> bytes) { responseData_ = std::move(bytes); }
+  /// The body as text; absent when there is none or it is not UTF-8. Always well-formed UTF-8.
+  [[nodiscard]] const std::optional<std::string>& result() const { return result_; }
+  void setResult(std::optional<std::string> text) { result_ = std::move(text); }
+  [[nodiscard]] const std::optional<HeaderList>& headers() const { return headers_; }
+
+ private:
+  [[nodiscard]] UrlRequest urlRequest() const;
+
+  std::optional<Url> url_;
+  std::string type_ = "GET";
+  std::optional<std::string> postData_;
+  std::optional<std::string> body_;
+  std::shared_ptr<BitClient> client_;
+  std::optional<std::string> username_;
+  std::optional<std::string> password_;
+  int timeout_ = 0;
+  bool overwriteUserAgent_ = true;
+  HeaderList extraHeaders_;
+  std::optional<UrlResponse> urlResponse_;
+  std::optional<std::string> responseData_;
+  std::optional<std::string> result_;
+  std::optional<HeaderList> headers_;
+};
+
+}  // namespace veltramoor
