@@ -1,0 +1,281 @@
+#include "lists/AllListViewController.h"
+
+#include <fmt/format.h>
+
+#include "PreferencesKeys.h"
+#include "lists/ImageLoader.h"
+#include "lists/SortedOrder.h"
+#include "platform/Preferences.h"
+#include "platform/SiteConfiguration.h"
+#include "remote/FetchPageDownload.h"
+#include "shell/ApplicationWindow.h"
+#include "shell/LoadingIndicator.h"
+#include "shell/SendingTorrentIndicator.h"
+#include "site/FetchPageAllTorrents.h"
+#include "site/UserInfo.h"
+#include "toolkit/Device.h"
+#include "toolkit/Image.h"
+#include "toolkit/NavigationController.h"
+#include "toolkit/TabBarController.h"
+
+namespace veltramoor {
+namespace {
+
+QString text(const std::optional<std::string>& value) {
+  return QString::fromStdString(value.value_or(""));
+}
+
+bool isSet(const std::optional<std::string>& value) { return value && !value->empty(); }
+
+}  // namespace
+
+AllListViewController::AllListViewController(TableViewStyle)
+    : ViewController(QStringLiteral("TorrentList.qml")),
+      images_([this](const QString& url) { startImageLoad(url); }) {
+  headerView_.setParentDelegate(this);
+  setTitle(tr("Recent Torrents"));
+  tabBarItem()->set(tr("Recents"), QStringLiteral("tabbar-all.png"), 0);
+  connect(&Device::sharedInstance(), &Device::changed, this, &AllListViewController::loadView);
+  loadView();
+}
+
+AllListViewController::~AllListViewController() = default;
+
+void AllListViewController::viewDidLoad() {}
+
+void AllListViewController::loadView() {
+  const Device& device = Device::sharedInstance();
+  const double tabBarHeight =
+      tabBarController() == nullptr ? 0 : tabBarController()->tabBarHeight();
+  layout_ = listLayout(device.screenSize(), device.isPad(), device.screenSize().height(),
+                       tabBarHeight);
+  tableView_.setFrame(layout_.table);
+  headerView_.setFrame(layout_.header);
+  emit layoutChanged();
+}
+
+QString AllListViewController::bannerPattern() const {
+  return imageUrl(Device::sharedInstance().isPad() ? QStringLiteral("titleBackIPad.png")
+                                                   : QStringLiteral("titleBack.png"));
+}
+
+void AllListViewController::viewWillAppear() {
+  reloadHeaderView();
+  if (navigationController() != nullptr) {
+    navigationController()->setNavigationBarHidden(true);
+  }
+  if (!rows_.torrents()) {
+    currentPage_ = 0;
+    fetchPage(0);
+  }
+}
+
+bool AllListViewController::hasBackgroundWork() const {
+  return operationQueue_.operationCount() + imageOperationQueue_.operationCount() > 0;
+}
+
+std::optional<Url> AllListViewController::pageUrl(int page) {
+  const Preferences& preferences = Preferences::sharedInstance();
+  myCategories_ = preferences.string(PreferencesKeys::recentCategory);
+  const std::string order =
+      sortedOrder(preferences.string(PreferencesKeys::recentOrderBy),
+                  preferences.string(PreferencesKeys::recentSortBy));
+  const std::string& host = SiteConfiguration::current().siteHost;
+  if (isSet(myCategories_) && *myCategories_ != "0") {
+    return Url::parse(fmt::format("http://{}/browse/{}/{}/{}/", host, *myCategories_, page, order));
+  }
+  return Url::parse(fmt::format("http://{}/recent/{}", host, page));
+}
+
+void AllListViewController::showLoadingOverlay(const QString& message) {
+  loading_ = &LoadingIndicator::sharedInstance();
+  loading_->setParentView(applicationWindow());
+  loading_->setString(message);
+  loading_->setOffset(0);
+  loading_->showLoadingIndicators();
+}
+
+void AllListViewController::fetchPage(int page) {
+  currentPage_ = page;
+  setNotice({});
+  // A refresh now would have the page under way replace the rows and its own page follow it.
+  headerView_.refreshBtn()->setEnabled(false);
+  showLoadingOverlay(tr("Loading..."));
+  tableView_.setAllowsSelection(false);
+  disableTabs(true);
+  operationQueue_.addOperation(std::make_shared<FetchPageAllTorrents>(
+      pageUrl(page), [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
+        self->loadedTorrents(std::move(torrents));
+      }));
+}
+
+void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
+  const bool arrived = page.has_value();
+  if (refreshed_) {
+    tableView_.setScrollEnabled(true);
+    rows_.clear();
+    refreshed_ = false;
+  }
+  rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
+  if (loading_ != nullptr) {
+    loading_->hideLoadingIndicators();
+  }
+  disableTabs(false);
+  tableView_.setAllowsSelection(true);
+  headerView_.refreshBtn()->setEnabled(true);
+  if (arrived) {
+    filterData(*page);
+    rows_.append(std::move(*page));
+  } else {
+    lastDate_.reset();
+  }
+  rows_.reload();
+  if (!arrived) {
+    setNotice(SiteConfiguration::current().siteHost.empty()
+                  ? tr("No site is set. Start with --site-host, or set site-host in %1.")
+                        .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()))
+              : rows_.torrentCount() == 0
+                  ? tr("The site did not answer. Check the connection, then tap refresh.")
+                  : tr("The next page did not come. Tap refresh to start again."));
+  } else if (rows_.torrentCount() == 0) {
+    setNotice(tr("No torrents here. Tap refresh, or choose another category."));
+  }
+  emit pageLoaded(arrived);
+}
+
+void AllListViewController::filterData(std::vector<Torrent>& page) {
+  lastDate_.reset();
+  if (page.empty()) {
+    rows_.setNoMoreTorrents(true);
+    return;
+  }
+  lastDate_ = page.back().date;
+}
+
+void AllListViewController::didRefresh() {
+  tableView_.scrollToTop();
+  tableView_.setScrollEnabled(false);
+  refreshed_ = true;
+  fetchPage(0);
+}
+
+void AllListViewController::didSelectProfile(const std::optional<QString>& username) {
+  const QString name = username.value_or(text(UserInfo::sharedInstance().username()));
+  if (name.isEmpty() || name == QLatin1String("Anonymous")) {
+    return;
+  }
+}
+
+void AllListViewController::reloadHeaderView() {
+  const UserInfo& userInfo = UserInfo::sharedInstance();
+  headerView_.setRatioLbl(text(userInfo.ratio()));
+  headerView_.usernameLbl()->setTitle(text(userInfo.username()));
+}
+
+void AllListViewController::setSendingText(bool plural) {
+  loadingTorrent_ = &SendingTorrentIndicator::sharedInstance();
+  loadingTorrent_->setParentView(applicationWindow());
+  loadingTorrent_->setString(
+      QStringLiteral("Sending %1 torrent%2 to server")
+          .arg(plural ? QString::number(sendingTorrentCount_) : QString(),
+               plural ? QStringLiteral("s") : QString()));
+  loadingTorrent_->setOffset(50);
+  loadingTorrent_->showLoadingIndicators();
+}
+
+void AllListViewController::didTapDownloadButton(int tag) {
+  if (tag < 0 || tag >= rows_.torrentCount()) {
+    return;
+  }
+  ++sendingTorrentCount_;
+  setSendingText(sendingTorrentCount_ != 1);
+  const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(tag)];
+  auto send = std::make_shared<FetchPageDownload>(
+      Url::parse(torrent.downloadUrl), torrent.name,
+      [self = sharedController(this)](const std::optional<std::string>& name) {
+        self->downloadedFinished(name);
+      });
+  tableView_.setAllowsSelection(true);
+  disableTabs(true);
+  operationQueue_.addOperation(std::move(send));
+}
+
+void AllListViewController::downloadedFinished(const std::optional<std::string>& name) {
+  tableView_.setAllowsSelection(true);
+  disableTabs(false);
+  --sendingTorrentCount_;
+  setSendingText(sendingTorrentCount_ >= 2);
+  if (sendingTorrentCount_ < 1) {
+    loadingTorrent_->hideLoadingIndicators();
+  }
+  if (name) {
+    rows_.markDownloaded(*name);
+  }
+  rows_.reload();
+  emit sendFinished(name.has_value());
+}
+
+void AllListViewController::disableTabs(bool disable) {
+  TabBarController* tabs = tabBarController();
+  if (tabs == nullptr) {
+    return;
+  }
+  for (const auto& controller : tabs->viewControllers()) {
+    controller->tabBarItem()->setEnabled(!disable);
+  }
+  tabs->moreNavigationController()->tabBarItem()->setEnabled(!disable);
+}
+
+void AllListViewController::didSelectRowAtIndexPath(int row) {
+  if (!tableView_.allowsSelection() || !rows_.isLoadMoreRow(row) ||
+      !loadMoreItem_.isUserInteractionEnabled()) {
+    return;
+  }
+  fetchPage(currentPage_ + 1);
+}
+
+void AllListViewController::cellForRowAtIndexPath(int row, TorrentItemTableViewCell* cell) {
+  if (rows_.isLoadMoreRow(row)) {
+    loadMoreItem_.setPageLbl(text(lastDate_));
+    loadMoreItem_.setUserInteractionEnabled(operationQueue_.operationCount() < 2);
+    return;
+  }
+  if (row < 0 || row >= rows_.torrentCount()) {
+    return;
+  }
+  const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(row)];
+  cell->upImg = images_.image(QStringLiteral("up.jpg"));
+  cell->downImg = images_.image(QStringLiteral("down.jpg"));
+  cell->nameLbl = QString::fromStdString(torrent.name);
+  cell->dateLbl = QString::fromStdString(torrent.date);
+  cell->upLbl = QString::fromStdString(torrent.up);
+  cell->downLbl = QString::fromStdString(torrent.down);
+  cell->sizeLbl = QString::fromStdString(torrent.size);
+  cell->typeImg = images_.image(QString::fromStdString(torrent.type));
+  cell->downloadedImg =
+      torrent.isDownloaded ? images_.image(QStringLiteral("downloaded.png")) : QImage();
+  cell->waitLbl = text(torrent.wait);
+  cell->setNeedsDisplay();
+}
+
+void AllListViewController::startImageLoad(const QString& url) {
+  imageOperationQueue_.addOperation(std::make_shared<ImageLoader>(
+      Url::parse(url.toStdString()),
+      [self = sharedController(this)](const std::string& loaded, const QImage& image) {
+        self->imageReady(loaded, image);
+      }));
+}
+
+void AllListViewController::imageReady(const std::string& url, const QImage& image) {
+  images_.imageReady(url, image);
+  rows_.reload();
+}
+
+void AllListViewController::setNotice(const QString& message) {
+  if (message != notice_) {
+    notice_ = message;
+    emit noticeChanged();
+  }
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,133 @@
+// The table screen that every torrent list is built on; used as it is, the "Recent" list.
+#pragma once
+
+#include <QImage>
+#include <QPointer>
+#include <QString>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lists/HeaderView.h"
+#include "lists/ImageCache.h"
+#include "lists/ListLayout.h"
+#include "lists/LoadMoreItemView.h"
+#include "lists/TorrentItemTableViewCell.h"
+#include "lists/TorrentTableModel.h"
+#include "platform/OperationQueue.h"
+#include "platform/Url.h"
+#include "toolkit/TableView.h"
+#include "toolkit/ViewController.h"
+
+namespace veltramoor {
+
+class LoadingIndicator;
+class SendingTorrentIndicator;
+
+enum class TableViewStyle { Plain };
+
+/// Fetches pages one after another, shows their rows, and sends torrents to the person's client.
+/// Page fetches and sends share a queue of one, so they never overlap. Main thread only.
+class AllListViewController : public ViewController, public HeaderViewDelegate {
+  Q_OBJECT
+  Q_PROPERTY(veltramoor::TorrentTableModel* rows READ rows CONSTANT)
+  Q_PROPERTY(veltramoor::TableView* tableView READ tableView CONSTANT)
+  Q_PROPERTY(veltramoor::HeaderView* headerView READ headerView CONSTANT)
+  Q_PROPERTY(veltramoor::LoadMoreItemView* loadMoreItem READ loadMoreItem CONSTANT)
+  Q_PROPERTY(QRectF bannerFrame READ bannerFrame NOTIFY layoutChanged)
+  Q_PROPERTY(QString bannerPattern READ bannerPattern NOTIFY layoutChanged)
+  Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+
+ public:
+  static constexpr double kRowHeight = 37;
+  /// A full page of the site; a shorter one is the last.
+  static constexpr std::size_t kFullPage = 30;
+
+  explicit AllListViewController(TableViewStyle style);
+  ~AllListViewController() override;
+
+  void viewDidLoad() override;
+  /// Fetches page 0 unless a page has arrived before.
+  void viewWillAppear() override;
+  [[nodiscard]] bool hasBackgroundWork() const override;
+
+  /// Queues the fetch of page `page`, from 0.
+  virtual void fetchPage(int page);
+  /// The page callback; absent after a failed transfer.
+  virtual void loadedTorrents(std::optional<std::vector<Torrent>> page);
+  /// Drops what no filter accepts, and remembers the page's last date.
+  void filterData(std::vector<Torrent>& page);
+
+  // HeaderViewDelegate
+  void didSelectProfile(const std::optional<QString>& username) override;
+  void didRefresh() override;
+
+  void reloadHeaderView();
+  /// The send button of the row `tag`.
+  Q_INVOKABLE void didTapDownloadButton(int tag);
+  /// The send callback: the torrent's name, absent after a failed send.
+  void downloadedFinished(const std::optional<std::string>& name);
+  /// Disables or enables every tab, "More" included.
+  void disableTabs(bool disable);
+
+  Q_INVOKABLE void didSelectRowAtIndexPath(int row);
+  /// Fills `cell` with what row `row` shows.
+  Q_INVOKABLE void cellForRowAtIndexPath(int row, veltramoor::TorrentItemTableViewCell* cell);
+  [[nodiscard]] QImage cachedImageForTorrent(const QString& key) { return images_.image(key); }
+  /// Lays the screen out for the device's present size.
+  void loadView();
+
+  [[nodiscard]] TorrentTableModel* rows() { return &rows_; }
+  [[nodiscard]] TableView* tableView() { return &tableView_; }
+  [[nodiscard]] HeaderView* headerView() { return &headerView_; }
+  [[nodiscard]] LoadMoreItemView* loadMoreItem() { return &loadMoreItem_; }
+  [[nodiscard]] QRectF bannerFrame() const { return layout_.banner; }
+  /// Image URL of the pattern behind the banner.
+  [[nodiscard]] QString bannerPattern() const;
+  /// One line on why the list is empty, or has ended early, and what to do; else "".
+  [[nodiscard]] QString notice() const { return notice_; }
+
+  [[nodiscard]] int currentPage() const { return currentPage_; }
+  [[nodiscard]] int sendingTorrentCount() const { return sendingTorrentCount_; }
+  [[nodiscard]] bool noMoreTorrents() const { return rows_.noMoreTorrents(); }
+  [[nodiscard]] const std::optional<std::string>& lastDate() const { return lastDate_; }
+  [[nodiscard]] OperationQueue& operationQueue() { return operationQueue_; }
+
+ signals:
+  void layoutChanged();
+  void noticeChanged();
+  /// After a page has been shown, whether it came or not; and after a send has ended.
+  void pageLoaded(bool arrived);
+  void sendFinished(bool sent);
+
+ protected:
+  /// Address of page `page` by the settings of this moment; none when it cannot be a URL.
+  [[nodiscard]] virtual std::optional<Url> pageUrl(int page);
+  void showLoadingOverlay(const QString& text);
+
+ private:
+  void setNotice(const QString& text);
+  void setSendingText(bool plural);
+  void imageReady(const std::string& url, const QImage& image);
+  void startImageLoad(const QString& url);
+
+  TorrentTableModel rows_;
+  TableView tableView_;
+  HeaderView headerView_;
+  LoadMoreItemView loadMoreItem_;
+  ListLayout layout_;
+  ImageCache images_;
+  LoadingIndicator* loading_ = nullptr;
+  SendingTorrentIndicator* loadingTorrent_ = nullptr;
+  QString notice_;
+  std::optional<std::string> lastDate_;
+  std::optional<std::string> myCategories_;
+  int currentPage_ = 0;
+  int sendingTorrentCount_ = 0;
+  bool refreshed_ = false;
+  // Last, so that their threads are joined before anything else goes.
+  OperationQueue operationQueue_{1};
+  OperationQueue imageOperationQueue_{3};
+};
+
+}  // namespace veltramoor

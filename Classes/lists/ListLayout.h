@@ -1,0 +1,21 @@
+// Where the pieces of a list screen stand.
+#pragma once
+
+#include <QRectF>
+#include <QSizeF>
+
+namespace veltramoor {
+
+/// Frames in points from the screen's top left.
+struct ListLayout {
+  QRectF banner;
+  /// Reaches under the header, and may reach below the screen.
+  QRectF table;
+  QRectF header;
+};
+
+/// `containerHeight` is the tab bar controller's view height, `tabBarHeight` that of its bar.
+[[nodiscard]] ListLayout listLayout(QSizeF screen, bool pad, double containerHeight,
+                                    double tabBarHeight);
+
+}  // namespace veltramoor

@@ -1,0 +1,10 @@
+#include "shell/ApplicationWindow.h"
+
+namespace veltramoor {
+
+View* applicationWindow() {
+  static View window;
+  return &window;
+}
+
+}  // namespace veltramoor

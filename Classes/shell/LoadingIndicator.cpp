@@ -1,0 +1,82 @@
+#include "shell/LoadingIndicator.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <cassert>
+#include <cmath>
+#include <mutex>
+
+#include "platform/MainThread.h"
+
+namespace veltramoor {
+namespace {
+
+constexpr double kWheelSide = 20;
+constexpr double kGap = 8;
+constexpr double kBoxHeight = 40;
+constexpr double kMargin = 30;
+
+QSizeF sizeToFit(const QString& text) {
+  QFont font(QStringLiteral("Liberation Sans"));
+  font.setPixelSize(20);
+  const QFontMetricsF metrics(font);
+  return {std::ceil(metrics.horizontalAdvance(text)), std::ceil(metrics.height())};
+}
+
+}  // namespace
+
+LoadingIndicator& LoadingIndicator::sharedInstance() {
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
+  static LoadingIndicator instance;
+  instance.reset();
+  return instance;
+}
+
+void LoadingIndicator::reset() {
+  parentView_ = nullptr;
+  offset_ = 0;
+  string_.clear();
+}
+
+void LoadingIndicator::showLoadingIndicators() {
+  assert(MainThread::isCurrent());
+  if (!shown_) {
+    shown_ = true;
+    shownOn_ = parentView_;
+    if (shownOn_ != nullptr) {
+      connect(shownOn_, &View::frameChanged, this, &LoadingIndicator::sizeFrame);
+    }
+  }
+  shownText_ = string_;
+  sizeFrame();
+}
+
+void LoadingIndicator::hideLoadingIndicators() {
+  assert(MainThread::isCurrent());
+  if (!shown_) {
+    return;
+  }
+  shown_ = false;
+  if (shownOn_ != nullptr) {
+    disconnect(shownOn_, nullptr, this, nullptr);
+  }
+  shownOn_ = nullptr;
+  emit changed();
+}
+
+void LoadingIndicator::sizeFrame() {
+  const QSizeF label = sizeToFit(shownText_);
+  const double content = kWheelSide + kGap + label.width();
+  const QSizeF box(content + kMargin, kBoxHeight);
+  const double left = (box.width() - content) / 2;
+  wheelFrame_ = {left, (box.height() - kWheelSide) / 2, kWheelSide, kWheelSide};
+  labelFrame_ = {QPointF(kWheelSide + left + kGap, (box.height() - label.height()) / 2), label};
+  const QSizeF parent = shownOn_ != nullptr ? shownOn_->frame().size() : box;
+  boxFrame_ = {QPointF((parent.width() - box.width()) / 2,
+                       (parent.height() - box.height()) / 2 + offset_),
+               box};
+  emit changed();
+}
+
+}  // namespace veltramoor

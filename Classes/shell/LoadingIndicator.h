@@ -1,0 +1,70 @@
+// The shared "Loading..." overlay.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QRectF>
+#include <QString>
+
+#include "toolkit/View.h"
+
+namespace veltramoor {
+
+/// A rounded box with a spinning wheel and a text, centred on a view. There is one for the whole
+/// application; nobody owns it. Main thread only, but for `sharedInstance`.
+class LoadingIndicator : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(bool shown READ isShown NOTIFY changed)
+  Q_PROPERTY(QString text READ shownText NOTIFY changed)
+  Q_PROPERTY(QRectF boxFrame READ boxFrame NOTIFY changed)
+  Q_PROPERTY(QRectF wheelFrame READ wheelFrame NOTIFY changed)
+  Q_PROPERTY(QRectF labelFrame READ labelFrame NOTIFY changed)
+
+ public:
+  /// Created on first use. Every call resets parent view, offset and string, and leaves what is on
+  /// show alone: a caller sets all three and then shows, or just hides.
+  static LoadingIndicator& sharedInstance();
+
+  [[nodiscard]] View* parentView() const { return parentView_; }
+  void setParentView(View* view) { parentView_ = view; }
+  /// Vertical shift from the parent's centre in points, positive downwards.
+  [[nodiscard]] int offset() const { return offset_; }
+  void setOffset(int points) { offset_ = points; }
+  [[nodiscard]] QString string() const { return string_; }
+  void setString(const QString& text) { string_ = text; }
+
+  /// Shows the box on `parentView`; already shown, it takes the new text and offset and stays on the
+  /// view it was shown on.
+  void showLoadingIndicators();
+  void hideLoadingIndicators();
+
+  [[nodiscard]] bool isShown() const { return shown_; }
+  /// What the label reads; changes only when shown.
+  [[nodiscard]] QString shownText() const { return shownText_; }
+  /// The box in its parent's coordinates; wheel and label in the box's. In points.
+  [[nodiscard]] QRectF boxFrame() const { return boxFrame_; }
+  [[nodiscard]] QRectF wheelFrame() const { return wheelFrame_; }
+  [[nodiscard]] QRectF labelFrame() const { return labelFrame_; }
+
+ signals:
+  void changed();
+
+ protected:
+  LoadingIndicator() = default;
+  void reset();
+
+ private:
+  void sizeFrame();
+
+  QPointer<View> parentView_;
+  int offset_ = 0;
+  QString string_;
+  bool shown_ = false;
+  QPointer<View> shownOn_;
+  QString shownText_;
+  QRectF boxFrame_;
+  QRectF wheelFrame_;
+  QRectF labelFrame_;
+};
+
+}  // namespace veltramoor

@@ -1,0 +1,19 @@
+// The shared "Sending ..." overlay.
+#pragma once
+
+#include "shell/LoadingIndicator.h"
+
+namespace veltramoor {
+
+/// A second indicator beside the loading one, with the same behaviour.
+class SendingTorrentIndicator final : public LoadingIndicator {
+  Q_OBJECT
+
+ public:
+  static SendingTorrentIndicator& sharedInstance();
+
+ private:
+  SendingTorrentIndicator() = default;
+};
+
+}  // namespace veltramoor

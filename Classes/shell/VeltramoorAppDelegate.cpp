@@ -1,0 +1,88 @@
+#include "shell/VeltramoorAppDelegate.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QThread>
+#include <cassert>
+#include <chrono>
+
+#include "lists/AllListViewController.h"
+#include "platform/MainThread.h"
+#include "platform/Preferences.h"
+#include "platform/UrlLoading.h"
+#include "shell/ApplicationWindow.h"
+#include "site/AnonymousUser.h"
+#include "toolkit/Image.h"
+#include "toolkit/NavigationController.h"
+
+namespace veltramoor {
+namespace {
+VeltramoorAppDelegate* theDelegate = nullptr;
+constexpr std::chrono::milliseconds kGrace{1000};
+}  // namespace
+
+VeltramoorAppDelegate::VeltramoorAppDelegate() {
+  assert(theDelegate == nullptr && qApp != nullptr);
+  theDelegate = this;
+  MainThread::attach([](MainThread::Task task) {
+    QMetaObject::invokeMethod(qApp, std::move(task), Qt::QueuedConnection);
+  });
+  Alerts::setPresenter(&alertView_);
+}
+
+VeltramoorAppDelegate::~VeltramoorAppDelegate() {
+  Alerts::setPresenter(nullptr);
+  theDelegate = nullptr;
+}
+
+VeltramoorAppDelegate& VeltramoorAppDelegate::sharedInstance() {
+  assert(theDelegate != nullptr);
+  return *theDelegate;
+}
+
+void VeltramoorAppDelegate::applicationDidFinishLaunching() {
+  becomeAnonymous();
+  const auto recents = std::make_shared<AllListViewController>(TableViewStyle::Plain);
+  recents->viewDidLoad();
+  viewController_ = std::make_shared<NavigationController>(recents);
+  viewController_->viewWillAppear();
+  if (const auto problem = Preferences::sharedInstance().lastProblem()) {
+    Alert alert;
+    alert.title = "Settings";
+    alert.message = *problem;
+    alert.buttons = {"Ok"};
+    Alerts::show(std::move(alert));
+  }
+}
+
+void VeltramoorAppDelegate::applicationWillTerminate() {
+  if (viewController_ == nullptr) {
+    return;
+  }
+  for (const QDeadlineTimer grace(kGrace);
+       viewController_->hasBackgroundWork() && !grace.hasExpired();) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QThread::msleep(5);
+  }
+  MainThread::close();
+  UrlLoading::sharedInstance().abandonAll();
+  for (const QDeadlineTimer grace(kGrace);
+       viewController_->hasBackgroundWork() && !grace.hasExpired();) {
+    QThread::msleep(5);
+  }
+  viewController_.reset();
+}
+
+View* VeltramoorAppDelegate::window() const { return applicationWindow(); }
+
+LoadingIndicator* VeltramoorAppDelegate::loadingIndicator() const {
+  return &LoadingIndicator::sharedInstance();
+}
+
+SendingTorrentIndicator* VeltramoorAppDelegate::sendingTorrentIndicator() const {
+  return &SendingTorrentIndicator::sharedInstance();
+}
+
+QString VeltramoorAppDelegate::imageUrl(const QString& name) { return veltramoor::imageUrl(name); }
+
+}  // namespace veltramoor

@@ -1,0 +1,56 @@
+// Start and end of the application.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <memory>
+
+#include "shell/LoadingIndicator.h"
+#include "shell/SendingTorrentIndicator.h"
+#include "toolkit/AlertView.h"
+#include "toolkit/Device.h"
+#include "toolkit/ViewController.h"
+
+namespace veltramoor {
+
+/// Owns the root screen and what lies over every screen. One in a process, made on the main thread
+/// after the application object.
+class VeltramoorAppDelegate : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(veltramoor::ViewController* viewController READ viewController CONSTANT)
+  Q_PROPERTY(veltramoor::AlertView* alertView READ alertView CONSTANT)
+  Q_PROPERTY(veltramoor::View* window READ window CONSTANT)
+  Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
+  Q_PROPERTY(veltramoor::LoadingIndicator* loadingIndicator READ loadingIndicator CONSTANT)
+  Q_PROPERTY(veltramoor::SendingTorrentIndicator* sendingTorrentIndicator READ
+                 sendingTorrentIndicator CONSTANT)
+
+ public:
+  VeltramoorAppDelegate();
+  ~VeltramoorAppDelegate() override;
+
+  /// The application's one delegate.
+  static VeltramoorAppDelegate& sharedInstance();
+
+  /// Builds the root screen.
+  void applicationDidFinishLaunching();
+  /// Gives sends and pages that are under way one second to end, then has the rest fail, so that the
+  /// program ends within two whatever a server does. Nothing may be shown afterwards.
+  void applicationWillTerminate();
+
+  [[nodiscard]] ViewController* viewController() const { return viewController_.get(); }
+  [[nodiscard]] AlertView* alertView() { return &alertView_; }
+  [[nodiscard]] View* window() const;
+  [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
+  [[nodiscard]] LoadingIndicator* loadingIndicator() const;
+  [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
+
+  /// URL of a resource image, for views.
+  Q_INVOKABLE [[nodiscard]] static QString imageUrl(const QString& name);
+
+ private:
+  std::shared_ptr<ViewController> viewController_;
+  AlertView alertView_;
+};
+
+}  // namespace veltramoor

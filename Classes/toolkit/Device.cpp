@@ -1,0 +1,26 @@
+#include "toolkit/Device.h"
+
+#include <algorithm>
+
+namespace veltramoor {
+
+Device::Device()
+    : reducedMotion_(!qEnvironmentVariableIsEmpty("VELTRAMOOR_REDUCED_MOTION") &&
+                     qEnvironmentVariable("VELTRAMOOR_REDUCED_MOTION") != QLatin1String("0")) {}
+
+Device& Device::sharedInstance() {
+  static Device instance;
+  return instance;
+}
+
+void Device::setScreenSize(QSizeF size) {
+  if (size == screenSize_) {
+    return;
+  }
+  screenSize_ = size;
+  emit changed();
+}
+
+bool Device::isPad() const { return std::min(screenSize_.width(), screenSize_.height()) >= 600; }
+
+}  // namespace veltramoor

@@ -1,0 +1,38 @@
+// The device that screens lay themselves out for.
+#pragma once
+
+#include <QObject>
+#include <QSizeF>
+
+namespace veltramoor {
+
+/// Screen size and kind of device. On a desktop the "screen" is the application's window, so that a
+/// resized window lays out like the device of that size. Main thread only.
+class Device : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(QSizeF screenSize READ screenSize WRITE setScreenSize NOTIFY changed)
+  Q_PROPERTY(bool pad READ isPad NOTIFY changed)
+  Q_PROPERTY(bool reducedMotion READ reducedMotion CONSTANT)
+
+ public:
+  static Device& sharedInstance();
+
+  /// In points; 320 x 480 until the window is there.
+  [[nodiscard]] QSizeF screenSize() const { return screenSize_; }
+  void setScreenSize(QSizeF size);
+  /// Whether the shorter side has at least 600 points, the width from which two columns of touch
+  /// targets fit.
+  [[nodiscard]] bool isPad() const;
+  /// Whether the person asked for no animations, by VELTRAMOOR_REDUCED_MOTION set to anything but 0.
+  [[nodiscard]] bool reducedMotion() const { return reducedMotion_; }
+
+ signals:
+  void changed();
+
+ private:
+  Device();
+  QSizeF screenSize_{320, 480};
+  bool reducedMotion_ = false;
+};
+
+}  // namespace veltramoor

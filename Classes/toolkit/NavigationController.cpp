@@ -1,0 +1,90 @@
+#include "toolkit/NavigationController.h"
+
+#include <algorithm>
+
+namespace veltramoor {
+
+int ViewControllerStack::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(controllers_.size());
+}
+
+QVariant ViewControllerStack::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != ControllerRole) {
+    return {};
+  }
+  return QVariant::fromValue(controllers_[static_cast<std::size_t>(index.row())].get());
+}
+
+QHash<int, QByteArray> ViewControllerStack::roleNames() const {
+  return {{ControllerRole, "controller"}};
+}
+
+void ViewControllerStack::push(std::shared_ptr<ViewController> controller) {
+  const int row = rowCount();
+  beginInsertRows({}, row, row);
+  controllers_.push_back(std::move(controller));
+  endInsertRows();
+}
+
+std::shared_ptr<ViewController> ViewControllerStack::pop() {
+  const int row = rowCount() - 1;
+  beginRemoveRows({}, row, row);
+  std::shared_ptr<ViewController> removed = std::move(controllers_.back());
+  controllers_.pop_back();
+  endRemoveRows();
+  return removed;
+}
+
+NavigationController::NavigationController(std::shared_ptr<ViewController> root)
+    : ViewController(QStringLiteral("NavigationView.qml")) {
+  root->navigationController_ = this;
+  stack_.push(std::move(root));
+}
+
+NavigationController::~NavigationController() {
+  for (const auto& controller : stack_.controllers()) {
+    controller->navigationController_ = nullptr;
+  }
+}
+
+ViewController* NavigationController::topViewController() const {
+  return stack_.controllers().back().get();
+}
+
+void NavigationController::pushViewController(std::shared_ptr<ViewController> controller) {
+  topViewController()->viewWillDisappear();
+  controller->navigationController_ = this;
+  controller->viewWillAppear();
+  stack_.push(std::move(controller));
+  emit stackChanged();
+}
+
+void NavigationController::popViewController() {
+  if (depth() < 2) {
+    return;
+  }
+  topViewController()->viewWillDisappear();
+  const std::shared_ptr<ViewController> removed = stack_.pop();
+  removed->navigationController_ = nullptr;
+  topViewController()->viewWillAppear();
+  emit stackChanged();
+}
+
+void NavigationController::setNavigationBarHidden(bool hidden) {
+  if (hidden != navigationBarHidden_) {
+    navigationBarHidden_ = hidden;
+    emit navigationBarHiddenChanged();
+  }
+}
+
+void NavigationController::viewWillAppear() { topViewController()->viewWillAppear(); }
+
+void NavigationController::viewWillDisappear() { topViewController()->viewWillDisappear(); }
+
+bool NavigationController::hasBackgroundWork() const {
+  return std::ranges::any_of(stack_.controllers(), [](const auto& controller) {
+    return controller->hasBackgroundWork();
+  });
+}
+
+}  // namespace veltramoor

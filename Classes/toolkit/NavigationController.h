@@ -1,0 +1,70 @@
+// A stack of screens.
+#pragma once
+
+#include <QAbstractListModel>
+#include <memory>
+#include <vector>
+
+#include "toolkit/ViewController.h"
+
+namespace veltramoor {
+
+/// The screens of a stack from the root up, as rows with the one role "controller": a view keeps one
+/// item for each, so that a covered screen keeps its state.
+class ViewControllerStack : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  enum Role { ControllerRole = Qt::UserRole };
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+  [[nodiscard]] const std::vector<std::shared_ptr<ViewController>>& controllers() const {
+    return controllers_;
+  }
+  void push(std::shared_ptr<ViewController> controller);
+  std::shared_ptr<ViewController> pop();
+
+ private:
+  std::vector<std::shared_ptr<ViewController>> controllers_;
+};
+
+/// Shows the topmost screen of its stack, with a bar that leads back.
+class NavigationController : public ViewController {
+  Q_OBJECT
+  Q_PROPERTY(veltramoor::ViewControllerStack* stack READ stack CONSTANT)
+  Q_PROPERTY(veltramoor::ViewController* topViewController READ topViewController NOTIFY stackChanged)
+  Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
+  Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden NOTIFY navigationBarHiddenChanged)
+
+ public:
+  explicit NavigationController(std::shared_ptr<ViewController> root);
+  ~NavigationController() override;
+
+  [[nodiscard]] ViewControllerStack* stack() { return &stack_; }
+  [[nodiscard]] ViewController* topViewController() const;
+  [[nodiscard]] int depth() const { return static_cast<int>(stack_.controllers().size()); }
+
+  void pushViewController(std::shared_ptr<ViewController> controller);
+  /// Removes the topmost screen; the root stays.
+  Q_INVOKABLE void popViewController();
+
+  [[nodiscard]] bool isNavigationBarHidden() const { return navigationBarHidden_; }
+  void setNavigationBarHidden(bool hidden);
+
+  void viewWillAppear() override;
+  void viewWillDisappear() override;
+  [[nodiscard]] bool hasBackgroundWork() const override;
+
+ signals:
+  void stackChanged();
+  void navigationBarHiddenChanged();
+
+ private:
+  ViewControllerStack stack_;
+  bool navigationBarHidden_ = false;
+};
+
+}  // namespace veltramoor

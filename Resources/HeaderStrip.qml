@@ -1,0 +1,97 @@
+import QtQuick
+
+// The header of a list: who is signed in, and the list's buttons. Its lower part is a shadow, through
+// which touches reach the table.
+Item {
+    id: root
+    objectName: "headerView"
+
+    required property HeaderView header
+
+    x: header.frame.x
+    y: header.frame.y
+    width: header.frame.width
+    height: header.frame.height
+
+    Rectangle {
+        y: root.header.touchHeight
+        width: parent.width
+        height: 10
+        gradient: Gradient {
+            GradientStop { position: 0; color: "#99000000" }
+            GradientStop { position: 1; color: "#00000000" }
+        }
+    }
+
+    Rectangle {
+        id: strip
+        width: parent.width
+        height: root.header.touchHeight
+        gradient: Gradient {
+            GradientStop { position: 0; color: root.header.gradient.top }
+            GradientStop { position: 1; color: root.header.gradient.bottom }
+        }
+
+        // What no button takes stops here.
+        MouseArea {
+            anchors.fill: parent
+        }
+
+        Rectangle {
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: 1
+            color: Theme.edge
+        }
+
+        UserButton {
+            id: user
+            objectName: "usernameLbl"
+            anchors { left: parent.left; leftMargin: 4; right: buttons.left; rightMargin: 8 }
+            height: parent.height
+            name: root.header.usernameLbl.title
+            status: root.header.ratioLbl
+            onClicked: root.header.viewProfile()
+        }
+
+        Row {
+            id: buttons
+            anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
+
+            IconButton {
+                objectName: "filtersBtn"
+                label: qsTr("Filters")
+                image: "filters.png"
+                button: root.header.filtersBtn
+                onClicked: root.header.filters()
+            }
+            IconButton {
+                objectName: "searchBtn"
+                label: qsTr("Search settings")
+                image: "search.png"
+                button: root.header.searchBtn
+                onClicked: root.header.search()
+            }
+            IconButton {
+                objectName: "settingsBtn"
+                label: qsTr("List settings")
+                image: "settings.png"
+                button: root.header.settingsBtn
+                onClicked: root.header.settings()
+            }
+            IconButton {
+                objectName: "refreshBtn"
+                label: qsTr("Refresh")
+                image: "refresh.png"
+                button: root.header.refreshBtn
+                onClicked: root.header.refresh()
+
+                Shortcut {
+                    sequences: [StandardKey.Refresh]
+                    onActivated: root.header.refresh()
+                    enabled: root.header.refreshBtn.enabled
+                }
+            }
+        }
+    }
+}

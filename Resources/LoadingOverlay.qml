@@ -1,0 +1,39 @@
+import QtQuick
+
+// The box of a loading indicator. It lies over the screen without holding anything back.
+RoundedRectView {
+    id: root
+
+    required property LoadingIndicator indicator
+
+    visible: indicator.shown
+    x: Math.round(indicator.boxFrame.x)
+    y: Math.round(indicator.boxFrame.y)
+    width: indicator.boxFrame.width
+    height: indicator.boxFrame.height
+    rectColor: "gray"
+    cornerRadius: 8
+    opacity: 0.9
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: indicator.text
+
+    Spinner {
+        x: root.indicator.wheelFrame.x
+        y: root.indicator.wheelFrame.y
+        width: root.indicator.wheelFrame.width
+        height: root.indicator.wheelFrame.height
+        running: root.visible
+    }
+
+    Text {
+        x: root.indicator.labelFrame.x
+        y: root.indicator.labelFrame.y
+        width: root.indicator.labelFrame.width
+        height: root.indicator.labelFrame.height
+        text: root.indicator.text
+        textFormat: Text.PlainText
+        color: Theme.textStrong
+        font { family: Theme.fontFamily; pixelSize: 20 }
+    }
+}

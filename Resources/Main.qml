@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Window
+
+// The window: the root screen, the overlays above it, alerts above those.
+Window {
+    id: window
+    objectName: "window"
+
+    width: 360
+    height: 720
+    minimumWidth: 320
+    minimumHeight: 480
+    visible: true
+    color: Theme.ground
+    title: qsTr("Veltramoor")
+
+    function takeSize(): void {
+        App.device.screenSize = Qt.size(contentItem.width, contentItem.height)
+        App.window.frame = Qt.rect(0, 0, contentItem.width, contentItem.height)
+    }
+
+    Component.onCompleted: takeSize()
+    contentItem.onWidthChanged: takeSize()
+    contentItem.onHeightChanged: takeSize()
+
+    ScreenLoader {
+        objectName: "rootScreen"
+        anchors.fill: parent
+        controller: App.viewController
+        focus: !App.alertView.visible
+        enabled: !App.alertView.visible
+    }
+
+    LoadingOverlay {
+        objectName: "loadingOverlay"
+        indicator: App.loadingIndicator
+    }
+
+    LoadingOverlay {
+        objectName: "sendingOverlay"
+        indicator: App.sendingTorrentIndicator
+    }
+
+    AlertBox {
+        anchors.fill: parent
+        alert: App.alertView
+    }
+}

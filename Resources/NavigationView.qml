@@ -1,0 +1,21 @@
+import QtQuick
+
+// A stack of screens: the topmost is on show, the others keep their state beneath it.
+FocusScope {
+    id: root
+    objectName: "navigationView"
+
+    required property NavigationController controller
+
+    Repeater {
+        model: root.controller.stack
+
+        ScreenLoader {
+            required property int index
+
+            anchors.fill: parent
+            visible: index === root.controller.depth - 1
+            focus: visible
+        }
+    }
+}

@@ -1,0 +1,116 @@
+import QtQuick
+
+// Every torrent list: banner, table, and the header over the table's top.
+FocusScope {
+    id: root
+    objectName: "torrentList"
+
+    required property AllListViewController controller
+
+    readonly property TableView table: controller.tableView
+    readonly property HeaderView header: controller.headerView
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.ground
+    }
+
+    ListView {
+        id: list
+        objectName: "torrentTable"
+
+        x: root.table.frame.x
+        y: root.table.frame.y
+        width: root.table.frame.width
+        height: root.table.frame.height
+        // The first row begins where the header's touches end, and the last one ends above what
+        // of the table reaches below the screen.
+        topMargin: root.header.frame.y + root.header.touchHeight - y
+        bottomMargin: Math.max(0, y + height - root.height)
+        model: root.controller.rows
+        reuseItems: true
+        cacheBuffer: 370
+        focus: true
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        highlightMoveDuration: 0
+        interactive: root.table.scrollEnabled
+        boundsBehavior: Flickable.StopAtBounds
+        currentIndex: -1
+
+        Accessible.role: Accessible.List
+        Accessible.name: root.controller.title
+
+        delegate: TorrentRow {
+            controller: root.controller
+            width: list.width
+        }
+
+        onActiveFocusChanged: {
+            if (activeFocus && currentIndex < 0 && count > 0)
+                currentIndex = 0
+        }
+
+        Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+        Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+        Keys.onSpacePressed: root.controller.didTapDownloadButton(currentIndex)
+        Keys.onPressed: event => {
+            switch (event.key) {
+            case Qt.Key_Home: currentIndex = 0; break
+            case Qt.Key_End: currentIndex = count - 1; break
+            case Qt.Key_PageDown: currentIndex = Math.min(count - 1, currentIndex + 10); break
+            case Qt.Key_PageUp: currentIndex = Math.max(0, currentIndex - 10); break
+            default: return
+            }
+            event.accepted = true
+        }
+
+        Connections {
+            target: root.table
+            function onScrollToTopRequested(): void { list.positionViewAtBeginning() }
+        }
+    }
+
+    Text {
+        objectName: "listNotice"
+        visible: text.length > 0
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: list.count === 0
+           ? (list.y + root.height) / 2 - height / 2
+           : root.height - height - 12
+        width: Math.min(parent.width - 40, Theme.formWidth)
+        padding: list.count === 0 ? 0 : 10
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        textFormat: Text.PlainText
+        text: root.controller.notice
+        color: Theme.text
+        font.family: Theme.fontFamily
+        font.pixelSize: 15
+
+        Rectangle {
+            z: -1
+            anchors.fill: parent
+            visible: list.count > 0
+            radius: 8
+            color: Theme.raised
+        }
+    }
+
+    Image {
+        objectName: "banner"
+        x: root.controller.bannerFrame.x
+        y: root.controller.bannerFrame.y
+        width: root.controller.bannerFrame.width
+        height: root.controller.bannerFrame.height
+        source: root.controller.bannerPattern
+        fillMode: Image.Tile
+        horizontalAlignment: Image.AlignHCenter
+        Accessible.role: Accessible.Graphic
+        Accessible.name: qsTr("Veltramoor")
+    }
+
+    HeaderStrip {
+        header: root.header
+    }
+}

@@ -1,0 +1,80 @@
+import QtQuick
+
+// One row of a torrent list: a torrent painted in one pass with its send button, or the row that asks
+// for more. Rows are reused, so everything here follows the row that it shows at the moment.
+Item {
+    id: root
+    objectName: "torrentRow"
+
+    required property int index
+    required property bool loadMore
+    required property int revision
+    required property string summary
+    required property AllListViewController controller
+
+    height: 37
+
+    function fill(): void { controller.cellForRowAtIndexPath(index, torrentCell) }
+
+    Component.onCompleted: fill()
+    onIndexChanged: fill()
+    onRevisionChanged: fill()
+    onLoadMoreChanged: fill()
+    ListView.onReused: fill()
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: summary
+    Accessible.focusable: true
+    Accessible.onPressAction: controller.didSelectRowAtIndexPath(index)
+
+    readonly property bool current: ListView.isCurrentItem && ListView.view.activeFocus
+
+    Rectangle {
+        anchors.fill: parent
+        color: torrentCell.highlighted ? Theme.rowPressed : "transparent"
+    }
+
+    FlatTableViewCellView {
+        objectName: "torrentCell"
+        anchors.fill: parent
+        visible: !root.loadMore
+        cell: TorrentItemTableViewCell {
+            id: torrentCell
+            highlighted: area.pressed && root.controller.tableView.allowsSelection
+        }
+    }
+
+    LoadMoreItem {
+        visible: root.loadMore
+        anchors.fill: parent
+        item: root.controller.loadMoreItem
+        pressed: area.pressed
+    }
+
+    MouseArea {
+        id: area
+        anchors.fill: parent
+        onClicked: {
+            root.ListView.view.currentIndex = root.index
+            root.controller.didSelectRowAtIndexPath(root.index)
+        }
+    }
+
+    SendButton {
+        objectName: "sendButton"
+        visible: !root.loadMore
+        anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
+        plate: torrentCell.highlighted ? Theme.rowPressed : Theme.row
+        label: qsTr("Send %1 to your computer").arg(root.summary)
+        activeFocusOnTab: root.current
+        onClicked: root.controller.didTapDownloadButton(root.index)
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.current
+        color: "transparent"
+        border.width: 2
+        border.color: Theme.accent
+    }
+}

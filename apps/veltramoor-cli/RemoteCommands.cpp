@@ -1,0 +1,77 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+
+#include "Commands.h"
+#include "platform/Preferences.h"
+#include "remote/BitClient.h"
+#include "remote/ServerInfo.h"
+
+namespace veltramoor::cli {
+namespace {
+
+nlohmann::json orNull(const std::optional<std::string>& text) {
+  return text ? nlohmann::json(*text) : nlohmann::json();
+}
+
+bool isPort(const std::string& text) {
+  return !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == text.npos &&
+         std::stoi(text) >= 1 && std::stoi(text) <= 65535;
+}
+
+}  // namespace
+
+int remoteSet(const RemoteArguments& arguments) {
+  std::optional<std::string> port = arguments.port;
+  if (arguments.client) {
+    const BitClientClass* kind = BitClient::classNamed(*arguments.client);
+    if (kind == nullptr) {
+      return fail(kWrongUsage, "The client is one of Vuze, Transmission and Utorrent.");
+    }
+    port = port.value_or(std::string(kind->defaultPort));
+  }
+  if (port && !isPort(*port)) {
+    return fail(kWrongUsage, "The port is a number from 1 to 65535.");
+  }
+  std::optional<std::string> password;
+  if (arguments.passwordFromInput) {
+    password.emplace();
+    std::getline(std::cin, *password);
+  }
+  ServerInfo& info = ServerInfo::sharedInstance();
+  const auto before = Preferences::sharedInstance().lastProblem();
+  if (arguments.client) info.setClient(arguments.client);
+  if (arguments.address) info.setAddress(arguments.address);
+  if (port) info.setPort(port);
+  if (arguments.user) info.setUsername(arguments.user);
+  if (password) info.setPassword(password);
+  const auto after = Preferences::sharedInstance().lastProblem();
+  return after && after != before ? fail(kRefused, *after) : kDone;
+}
+
+int remoteShow(bool json) {
+  const ServerInfo& info = ServerInfo::sharedInstance();
+  const bool hasPassword = !info.password().value_or("").empty();
+  if (json) {
+    fmt::print("{}\n", nlohmann::json{{"client", orNull(info.client())},
+                                      {"address", orNull(info.address())},
+                                      {"port", orNull(info.port())},
+                                      {"username", orNull(info.username())},
+                                      {"hasPassword", hasPassword}}
+                           .dump(2));
+    return kDone;
+  }
+  if (!info.client()) {
+    fmt::print("No remote client is set.\n");
+    return kDone;
+  }
+  fmt::print("{} at {}:{}\n", printable(*info.client()), printable(info.address().value_or("?")),
+             printable(info.port().value_or("?")));
+  fmt::print("user {}, {}\n", printable(info.username().value_or("none")),
+             hasPassword ? "with a password" : "no password");
+  return kDone;
+}
+
+}  // namespace veltramoor::cli

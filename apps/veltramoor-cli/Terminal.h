@@ -1,0 +1,44 @@
+// The controllers' surroundings in a terminal.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "lists/AllListViewController.h"
+#include "platform/Alerts.h"
+
+namespace veltramoor::cli {
+
+inline constexpr int kDone = 0;
+/// The site or the client refused or could not be reached.
+inline constexpr int kRefused = 1;
+inline constexpr int kWrongUsage = 2;
+
+/// The main thread and its alerts while a command runs. One in a process, after the application
+/// object.
+class Terminal final : public AlertPresenter {
+ public:
+  Terminal();
+  ~Terminal() override;
+
+  /// Keeps the alert's text, to be printed as the command's one line.
+  void show(Alert alert) override;
+  [[nodiscard]] const std::optional<std::string>& alertText() const { return alertText_; }
+
+  /// Runs the event loop until `begin`'s argument is called with the outcome.
+  bool wait(const std::function<void(std::function<void(bool)>)>& begin);
+
+ private:
+  std::optional<std::string> alertText_;
+};
+
+/// One line on standard error; returns `status`.
+int fail(int status, std::string_view line);
+
+/// `text` without control characters: names from the network must not steer a terminal.
+[[nodiscard]] std::string printable(std::string_view text);
+
+}  // namespace veltramoor::cli

@@ -1,0 +1,77 @@
+// The terminal program, run as a person would.
+#include <nlohmann/json.hpp>
+
+#include "ScreenTest.h"
+#include "support/TransmissionDaemon.h"
+
+namespace veltramoor {
+namespace {
+
+using test::outputOf;
+
+class CliTest : public testing::Test {
+ protected:
+  std::string run(std::vector<std::string> arguments, const std::string& input = {}) {
+    arguments.insert(arguments.begin(),
+                     {std::string(VELTRAMOOR_BIN_DIR) + "/veltramoor-cli", "--site-host",
+                      site_.host()});
+    return outputOf(arguments, &status_, input);
+  }
+  nlohmann::json json(std::vector<std::string> arguments) {
+    arguments.emplace_back("--json");
+    return nlohmann::json::parse(run(std::move(arguments)));
+  }
+
+  DemoSite site_;
+  int status_ = -1;
+};
+
+TEST_F(CliTest, ListsSendsAndRemembers) {
+  const test::TransmissionDaemon daemon(std::pair("me", "s e:cret"));
+  run({"remote", "set", "--client", "Transmission", "--address", "127.0.0.1", "--port",
+       daemon.port(), "--user", "me", "--password-stdin"},
+      "s e:cret\nignored\n");
+  EXPECT_EQ(status_, 0);
+  const std::string shown = run({"remote", "show"});
+  EXPECT_EQ(shown, "Transmission at 127.0.0.1:" + daemon.port() + "\nuser me, with a password\n");
+  EXPECT_EQ(json({"remote", "show"}).dump().find("s e:cret"), std::string::npos);
+
+  const nlohmann::json rows = json({"recent"});
+  ASSERT_EQ(rows.size(), 30U);
+  for (const char* key :
+       {"name", "detailsUrl", "downloadUrl", "type", "date", "size", "up", "down", "isDownloaded"}) {
+    EXPECT_TRUE(rows[0].contains(key)) << key;
+  }
+  EXPECT_EQ(json({"recent", "--page", "1"}).size(), 30U);
+  run({"send", "2"});
+  EXPECT_EQ(status_, 0);
+  run({"send", "magnet:?xt=urn:btih:89abcdef0123456789abcdef0123456789abcdef&dn=An+open%20book"});
+  EXPECT_EQ(status_, 0);
+  EXPECT_EQ(json({"history"}), (nlohmann::json{"An open book", rows[1]["name"]}));
+  EXPECT_TRUE(json({"recent"})[1]["isDownloaded"]);
+  EXPECT_NE(daemon.listing().find("An+open"), std::string::npos) << daemon.listing();
+}
+
+TEST_F(CliTest, ExitStatusTellsRefusalFromWrongUsage) {
+  for (const auto& wrong : std::vector<std::vector<std::string>>{
+           {},
+           {"nothing"},
+           {"recent", "--page", "-1"},
+           {"send", "http://a/b.torrent"},
+           {"send", "31"},
+           {"remote", "set", "--client", "transmission"},
+           {"remote", "set", "--client", "Vuze", "--port", "99999"}}) {
+    run(wrong);
+    EXPECT_EQ(status_, 2) << testing::PrintToString(wrong);
+  }
+  run({"remote", "set", "--client", "Transmission", "--address", "127.0.0.1", "--port", "1"});
+  run({"send", "1"});
+  EXPECT_EQ(status_, 1);
+  EXPECT_EQ(run({"history"}), "");
+  site_.setFault("/recent", Fault{FaultKind::Close, {}, 0});
+  run({"recent"});
+  EXPECT_EQ(status_, 1);
+}
+
+}  // namespace
+}  // namespace veltramoor

@@ -1,0 +1,45 @@
+// A demo site, an application and its main thread for tests of screens.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QThread>
+#include <functional>
+
+#include "demo/DemoSite.h"
+#include "platform/Preferences.h"
+#include "platform/SiteConfiguration.h"
+#include "shell/VeltramoorAppDelegate.h"
+
+namespace veltramoor::test {
+
+/// Runs the event loop until `done` holds; false when ten seconds were not enough.
+inline bool waitFor(const std::function<bool()>& done) {
+  for (const QDeadlineTimer limit(10'000); !done();) {
+    if (limit.hasExpired()) {
+      return false;
+    }
+    QCoreApplication::processEvents();
+    QThread::msleep(1);
+  }
+  return true;
+}
+
+class ScreenTest : public testing::Test {
+ protected:
+  ScreenTest() {
+    Preferences::setSharedInstance(&store_);
+    SiteConfiguration configuration;
+    configuration.siteHost = site_.host();
+    SiteConfiguration::setCurrent(configuration);
+  }
+  ~ScreenTest() override { Preferences::setSharedInstance(nullptr); }
+
+  Preferences store_{std::nullopt};
+  DemoSite site_;
+};
+
+}  // namespace veltramoor::test

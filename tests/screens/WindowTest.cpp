@@ -1,0 +1,192 @@
+// The real window on the demo site: what a person sees, taps and types.
+#include <QElapsedTimer>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtTest/QTest>
+
+#include "ScreenTest.h"
+#include "lists/AllListViewController.h"
+#include "lists/FlatTableViewCellView.h"
+#include "remote/DownloadHistory.h"
+#include "remote/ServerInfo.h"
+#include "support/RawServer.h"
+#include "support/TransmissionDaemon.h"
+#include "toolkit/NavigationController.h"
+
+namespace veltramoor {
+namespace {
+
+using test::waitFor;
+
+// One run of the application, from its start to its end.
+class Application {
+ public:
+  Application() {
+    delegate_.applicationDidFinishLaunching();
+    engine_.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
+    window_ = qobject_cast<QQuickWindow*>(engine_.rootObjects().value(0));
+    EXPECT_NE(window_, nullptr);
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(window_));
+  }
+  ~Application() { delegate_.applicationWillTerminate(); }
+
+  [[nodiscard]] QQuickWindow* window() const { return window_; }
+  [[nodiscard]] AlertView& alert() { return *delegate_.alertView(); }
+  [[nodiscard]] AllListViewController& list() {
+    auto* navigation = qobject_cast<NavigationController*>(delegate_.viewController());
+    return *qobject_cast<AllListViewController*>(navigation->topViewController());
+  }
+  [[nodiscard]] bool waitForRows(int count) {
+    return waitFor([&] {
+      return list().rows()->torrentCount() == count && list().tableView()->allowsSelection();
+    });
+  }
+  [[nodiscard]] QQuickItem* item(const char* name) const {
+    return window_->findChild<QQuickItem*>(QLatin1String(name));
+  }
+  // The item that draws row `row` at the moment.
+  [[nodiscard]] QQuickItem* row(int row) const {
+    QQuickItem* found = nullptr;
+    QMetaObject::invokeMethod(item("torrentTable"), "itemAtIndex", Q_RETURN_ARG(QQuickItem*, found),
+                              Q_ARG(int, row));
+    return found;
+  }
+  void click(QQuickItem* target, QPointF at = {-1, -1}) const {
+    ASSERT_NE(target, nullptr);
+    const QPointF local = at.x() < 0 ? target->boundingRect().center() : at;
+    QTest::mouseClick(window_, Qt::LeftButton, {}, target->mapToScene(local).toPoint());
+  }
+  void tapSend(int index) const {
+    click(row(index)->findChild<QQuickItem*>(QStringLiteral("sendButton")));
+  }
+  void type(Qt::Key key) const { QTest::keyClick(window_, key); }
+
+ private:
+  VeltramoorAppDelegate delegate_;
+  QQmlApplicationEngine engine_;
+  QQuickWindow* window_ = nullptr;
+};
+
+class WindowTest : public test::ScreenTest {
+ protected:
+  static void configure(const std::string& port) {
+    ServerInfo& info = ServerInfo::sharedInstance();
+    info.setClient("Transmission");
+    info.setAddress("127.0.0.1");
+    info.setPort(port);
+  }
+};
+
+TEST_F(WindowTest, OneTapSendsARowAndARestartStillMarksIt) {
+  const test::TransmissionDaemon daemon;
+  configure(daemon.port());
+  std::string name;
+  {
+    Application app;
+    ASSERT_TRUE(app.waitForRows(30));
+    EXPECT_EQ(app.list().headerView()->usernameLbl()->title(), QStringLiteral("Anonymous"));
+    name = app.list().rows()->torrents()->at(2).name;
+    app.tapSend(2);
+    EXPECT_TRUE(app.item("sendingOverlay")->isVisible());
+    ASSERT_TRUE(waitFor([&] { return app.list().rows()->torrents()->at(2).isDownloaded; }));
+    EXPECT_FALSE(app.item("sendingOverlay")->isVisible());
+    EXPECT_FALSE(app.alert().isVisible());
+  }
+  EXPECT_EQ(DownloadHistory::names(), std::vector<std::string>{name});
+  EXPECT_EQ(daemon.listing().find("Sum:") != std::string::npos, true);
+  EXPECT_NE(daemon.listing().find("\n     1"), std::string::npos) << daemon.listing();
+  Application again;
+  ASSERT_TRUE(again.waitForRows(30));
+  EXPECT_TRUE(again.list().rows()->torrents()->at(2).isDownloaded);
+  EXPECT_FALSE(again.list().rows()->torrents()->at(3).isDownloaded);
+}
+
+TEST_F(WindowTest, AFailedSendShowsOneAlertThatTheKeyboardCloses) {
+  configure(std::to_string(test::freePort()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  app.tapSend(0);
+  ASSERT_TRUE(waitFor([&] { return app.alert().isVisible(); }));
+  EXPECT_TRUE(app.item("alertBox")->isVisible());
+  app.click(app.item("refreshBtn"));
+  EXPECT_TRUE(app.list().headerView()->refreshBtn()->isEnabled()) << "nothing beneath takes taps";
+  app.type(Qt::Key_Return);
+  EXPECT_FALSE(app.alert().isVisible());
+  EXPECT_FALSE(app.item("alertBox")->isVisible());
+  ASSERT_TRUE(waitFor([&] { return app.list().sendingTorrentCount() == 0; }));
+}
+
+TEST_F(WindowTest, WorksByKeyboardAlone) {
+  const test::RawServer client([](const test::RecordedRequest&) {
+    return test::RawServer::response(200);
+  });
+  configure(std::to_string(client.port()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  app.item("torrentTable")->forceActiveFocus();
+  app.type(Qt::Key_Down);
+  app.type(Qt::Key_Space);
+  ASSERT_TRUE(waitFor([&] { return app.list().rows()->torrents()->at(1).isDownloaded; }));
+  app.type(Qt::Key_End);
+  app.type(Qt::Key_Return);
+  ASSERT_TRUE(app.waitForRows(60)) << "the last row asks for more";
+  app.type(Qt::Key_F5);
+  ASSERT_TRUE(app.waitForRows(30));
+}
+
+TEST_F(WindowTest, TheHeaderTakesTouchesOnlyAtItsTop) {
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  QQuickItem* header = app.item("headerView");
+  QQuickItem* table = app.item("torrentTable");
+  app.click(header, {150, 44});
+  EXPECT_EQ(table->property("currentIndex").toInt(), -1);
+  app.click(header, {150, 50});
+  EXPECT_EQ(table->property("currentIndex").toInt(), 0) << "a touch below goes to the first row";
+  EXPECT_EQ(app.row(0)->mapToItem(header, QPointF()).y(), 45) << "no row hides under the header";
+}
+
+// 3,000 rows from end to end: what is drawn with is a screenful, whatever the list holds.
+TEST_F(WindowTest, ReusesItsRows) {
+  const test::RawServer pages([](const test::RecordedRequest&) {
+    std::string page = "<table>";
+    for (int i = 0; i < 3000; ++i) {
+      page += "<tr><td href=\"/browse/303\"><td href=\"/torrent/1/a\">N <b>x</b></a>"
+              "href=\"magnet:?a\" Uploaded today, Size 1 KiB,<td>1</td><td>2</td></tr>\n";
+    }
+    return test::RawServer::response(200, page);
+  });
+  SiteConfiguration configuration;
+  configuration.siteHost = pages.hostAndPort();
+  SiteConfiguration::setCurrent(configuration);
+  const int before = FlatTableViewCellView::createdCount();
+  Application app;
+  ASSERT_TRUE(app.waitForRows(3000));
+  auto* table = app.item("torrentTable");
+  const double end = 3000 * AllListViewController::kRowHeight;
+  for (double y = 0; y < end; y += 300) {
+    table->setProperty("contentY", y);
+    QCoreApplication::processEvents();
+  }
+  const int rowsOnScreen = app.window()->height() / 37;
+  EXPECT_LT(FlatTableViewCellView::createdCount() - before, 3 * rowsOnScreen + 40);
+  ASSERT_NE(app.row(2900), nullptr);
+  EXPECT_TRUE(app.row(2900)->property("summary").toString().startsWith(QStringLiteral("N <b>x</b>")))
+      << "markup in a name is text";
+}
+
+TEST_F(WindowTest, ClosesSoonWhileAServerHangs) {
+  site_.setFault("/recent", Fault{FaultKind::Hang, {}, 0});
+  QElapsedTimer closing;
+  {
+    Application app;
+    ASSERT_TRUE(waitFor([&] { return site_.log().size() == 1; }));
+    closing.start();
+  }
+  EXPECT_LT(closing.elapsed(), 5000) << "about one second; the transfer's own limit is a minute";
+}
+
+}  // namespace
+}  // namespace veltramoor

@@ -1,0 +1,34 @@
+// The screens' tests run in an application without a display, with state of their own, and fail on
+// any warning that Qt or QML has to say.
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QtQml/qqmlextensionplugin.h>
+
+#include "support/TemporaryFolder.h"
+
+Q_IMPORT_QML_PLUGIN(VeltramoorPlugin)
+
+namespace {
+
+void failOnWarnings(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtDebugMsg || type == QtInfoMsg) {
+    return;
+  }
+  ADD_FAILURE() << "on the log: " << message.toStdString();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  const veltramoor::test::TemporaryFolder folder;
+  for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
+    qputenv(name, folder.path().c_str());
+  }
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QUICK_BACKEND", "software");
+  qInstallMessageHandler(failOnWarnings);
+  QGuiApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
