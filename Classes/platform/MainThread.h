@@ -1,0 +1,29 @@
+// The hop from worker threads to the screen's thread.
+#pragma once
+
+#include <functional>
+
+namespace veltramoor {
+
+/// The one thread that owns screens, alerts and preference writes. The shell plugs in its event
+/// loop; tests and tools a RunLoop. All functions are thread-safe.
+class MainThread {
+ public:
+  using Task = std::function<void()>;
+  /// Runs tasks on the main thread later, in the order posted, never inside the call itself.
+  using Poster = std::function<void(Task)>;
+
+  /// Makes the calling thread the main one. Replaces an earlier poster and reopens after `close`.
+  static void attach(Poster poster);
+  /// No more tasks: later ones are dropped and waiting `performAndWait` calls return. For closing.
+  static void close();
+
+  [[nodiscard]] static bool isCurrent();
+  /// Queues a task without waiting for it. Tasks run in the order asked for.
+  static void perform(Task task);
+  /// Queues a task and waits until it has run (at once when already on the main thread). False when
+  /// the main thread closed before it ran. What the task throws is thrown here.
+  static bool performAndWait(Task task);
+};
+
+}  // namespace veltramoor

@@ -1,0 +1,206 @@
+#include "platform/Preferences.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <fmt/format.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <mutex>
+
+#include "platform/StateFile.h"
+
+namespace veltramoor {
+namespace {
+
+constexpr const char* kString = "string";
+constexpr const char* kNumber = "number";
+constexpr const char* kArray = "array";
+
+/// Ends a statement's read when the scope ends: an unfinished one would keep the write-ahead file
+/// from being folded back.
+class Use {
+ public:
+  explicit Use(SQLite::Statement& statement) : statement_(statement) {}
+  ~Use() { statement_.tryReset(); }
+  Use(const Use&) = delete;
+  Use& operator=(const Use&) = delete;
+
+  template <typename... Values>
+  SQLite::Statement& with(const Values&... values) {
+    int index = 0;
+    (statement_.bind(++index, values), ...);
+    return statement_;
+  }
+
+ private:
+  SQLite::Statement& statement_;
+};
+
+std::atomic<Preferences*> chosenInstance{nullptr};
+
+}  // namespace
+
+class Preferences::Impl {
+ public:
+  explicit Impl(OpenedStateFile opened)
+      : database_(std::move(opened.database)), notice_(std::move(opened.notice)) {}
+
+  std::optional<std::string> value(std::string_view key, const char* type) {
+    return guarded<std::optional<std::string>>([&] { return storedValue(key, type); });
+  }
+
+  std::optional<std::vector<std::string>> elements(std::string_view key) {
+    return guarded<std::optional<std::vector<std::string>>>([&] { return storedElements(key); });
+  }
+
+  bool setValue(std::string_view key, const char* type, const std::string& value) {
+    return write(
+        key, [&] { return storedValue(key, type) == value; },
+        [&] {
+          Use(deleteElements_).with(std::string(key)).exec();
+          Use(replaceValue_).with(std::string(key), std::string(type), value).exec();
+        });
+  }
+
+  bool setElements(std::string_view key, const std::vector<std::string>& elements) {
+    return write(
+        key, [&] { return storedElements(key) == elements; },
+        [&] {
+          const std::string name(key);
+          Use(deleteElements_).with(name).exec();
+          Use(replaceValue_).with(name, std::string(kArray), std::string()).exec();
+          for (std::size_t i = 0; i < elements.size(); ++i) {
+            Use(insertElement_).with(name, static_cast<std::int64_t>(i), elements[i]).exec();
+          }
+        });
+  }
+
+  std::optional<std::string> lastProblem() {
+    const std::lock_guard lock(mutex_);
+    return writeProblem_ ? writeProblem_ : notice_;
+  }
+
+  std::uint64_t writeCount() {
+    const std::lock_guard lock(mutex_);
+    return writeCount_;
+  }
+
+ private:
+  std::optional<std::string> storedValue(std::string_view key, const char* type) {
+    Use use(selectValue_);
+    SQLite::Statement& row = use.with(std::string(key), std::string(type));
+    return row.executeStep() ? std::optional(row.getColumn(0).getString()) : std::nullopt;
+  }
+
+  /// One statement, so that another process's write cannot come between the key and its elements.
+  std::optional<std::vector<std::string>> storedElements(std::string_view key) {
+    Use use(selectElements_);
+    SQLite::Statement& row = use.with(std::string(key));
+    std::optional<std::vector<std::string>> elements;
+    while (row.executeStep()) {
+      elements = elements ? std::move(elements) : std::vector<std::string>();
+      if (const SQLite::Column element = row.getColumn(0); !element.isNull()) {
+        elements->push_back(element.getString());
+      }
+    }
+    return elements;
+  }
+
+  /// A file that fails to be read has no value to give.
+  template <typename Result>
+  Result guarded(const std::function<Result()>& read) {
+    const std::lock_guard lock(mutex_);
+    try {
+      return read();
+    } catch (const SQLite::Exception& error) {
+      writeProblem_ = fmt::format("The settings could not be read: {}.", error.what());
+      return {};
+    }
+  }
+
+  bool write(std::string_view key, const std::function<bool()>& isStored,
+             const std::function<void()>& store) {
+    const std::lock_guard lock(mutex_);
+    try {
+      if (!isStored()) {
+        SQLite::Transaction transaction(*database_, SQLite::TransactionBehavior::IMMEDIATE);
+        // Another process may have written the same while this one waited for its turn.
+        if (!isStored()) {
+          store();
+          transaction.commit();
+          ++writeCount_;
+        }
+      }
+      writeProblem_.reset();
+      return true;
+    } catch (const SQLite::Exception& error) {
+      writeProblem_ = fmt::format("The setting {} could not be saved: {}.", key, error.what());
+      return false;
+    }
+  }
+
+  std::mutex mutex_;
+  std::unique_ptr<SQLite::Database> database_;
+  std::optional<std::string> notice_;
+  std::optional<std::string> writeProblem_;
+  std::uint64_t writeCount_ = 0;
+  SQLite::Statement selectValue_{*database_,
+                                 "SELECT value FROM preferences WHERE key = ? AND type = ?"};
+  SQLite::Statement selectElements_{
+      *database_,
+      "SELECT e.value FROM preferences p LEFT JOIN preference_elements e ON e.key = p.key "
+      "WHERE p.key = ? AND p.type = 'array' ORDER BY e.position"};
+  SQLite::Statement replaceValue_{
+      *database_, "INSERT OR REPLACE INTO preferences (key, type, value) VALUES (?, ?, ?)"};
+  SQLite::Statement deleteElements_{*database_, "DELETE FROM preference_elements WHERE key = ?"};
+  SQLite::Statement insertElement_{
+      *database_, "INSERT INTO preference_elements (key, position, value) VALUES (?, ?, ?)"};
+};
+
+Preferences::Preferences(std::optional<std::filesystem::path> stateFile)
+    : impl_(std::make_unique<Impl>(openStateFile(stateFile))) {}
+
+Preferences::~Preferences() = default;
+
+Preferences& Preferences::sharedInstance() {
+  if (Preferences* chosen = chosenInstance.load(); chosen != nullptr) {
+    return *chosen;
+  }
+  static Preferences standard(defaultStateFile());
+  return standard;
+}
+
+void Preferences::setSharedInstance(Preferences* preferences) { chosenInstance = preferences; }
+
+std::optional<std::string> Preferences::string(std::string_view key) const {
+  return impl_->value(key, kString);
+}
+
+std::optional<std::vector<std::string>> Preferences::array(std::string_view key) const {
+  return impl_->elements(key);
+}
+
+std::optional<std::int64_t> Preferences::number(std::string_view key) const {
+  const std::optional<std::string> digits = impl_->value(key, kNumber);
+  return digits ? std::optional<std::int64_t>(std::strtoll(digits->c_str(), nullptr, 10))
+                : std::nullopt;
+}
+
+bool Preferences::setString(std::string_view key, std::string_view value) {
+  return impl_->setValue(key, kString, std::string(value));
+}
+
+bool Preferences::setArray(std::string_view key, const std::vector<std::string>& value) {
+  return impl_->setElements(key, value);
+}
+
+bool Preferences::setNumber(std::string_view key, std::int64_t value) {
+  return impl_->setValue(key, kNumber, std::to_string(value));
+}
+
+std::optional<std::string> Preferences::lastProblem() const { return impl_->lastProblem(); }
+
+std::uint64_t Preferences::writeCount() const { return impl_->writeCount(); }
+
+}  // namespace veltramoor

@@ -1,0 +1,55 @@
+// Settings and remembered state by key.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veltramoor {
+
+/// The persistent key-value store. Thread-safe; two processes may use one file. Values are UTF-8
+/// strings, arrays of strings or whole numbers; no key is ever deleted. A write is durable when it
+/// returns, and writing the value already stored costs no disk write. Reading a key with a value of
+/// another type answers absent.
+class Preferences {
+ public:
+  /// Opens `stateFile` (see StateFile.h for what can go wrong); absent: in memory (tests).
+  explicit Preferences(std::optional<std::filesystem::path> stateFile);
+  ~Preferences();
+  Preferences(const Preferences&) = delete;
+  Preferences& operator=(const Preferences&) = delete;
+
+  /// The store that the application uses: the one given to `setSharedInstance`, else one on
+  /// `defaultStateFile()`.
+  static Preferences& sharedInstance();
+  /// For start-up and tests; call before other threads exist. The object must outlive its use.
+  static void setSharedInstance(Preferences* preferences);
+
+  [[nodiscard]] std::optional<std::string> string(std::string_view key) const;
+  [[nodiscard]] std::optional<std::vector<std::string>> array(std::string_view key) const;
+  [[nodiscard]] std::optional<std::int64_t> number(std::string_view key) const;
+
+  /// Each returns false, leaving the old value, when the disk refuses the write; the reason is then
+  /// in `lastProblem()`.
+  bool setString(std::string_view key, std::string_view value);
+  bool setArray(std::string_view key, const std::vector<std::string>& value);
+  bool setNumber(std::string_view key, std::int64_t value);
+
+  /// Nothing to do, every write being durable already; kept so that writers can say what they mean.
+  void synchronize() {}
+
+  /// A sentence for the person about a file set aside at opening or the last failed write.
+  [[nodiscard]] std::optional<std::string> lastProblem() const;
+  /// Values written to disk so far; equal writes do not count.
+  [[nodiscard]] std::uint64_t writeCount() const;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace veltramoor

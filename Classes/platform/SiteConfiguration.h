@@ -1,0 +1,49 @@
+// The hosts and addresses that the person or the builder chooses.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace veltramoor {
+
+/// Hosts may carry a port ("127.0.0.1:8080"). The names here, in kebab case, are the keys of the
+/// configuration file and, with "--" before them, the command-line options.
+struct SiteConfiguration {
+  /// site-host: the index site; empty until one is configured.
+  std::string siteHost;
+  /// default-site-host: the built-in host of the language cookie and of logout.
+  std::string defaultSiteHost = "index.example";
+  std::string forumHost = "forum.index.example";
+  std::string captchaHost = "captcha.example";
+  std::string movieDatabaseHost = "movies.example";
+  std::string sponsoredDownloadHost = "sponsored.example";
+  std::string noticeHost = "notice.example";
+  /// donation-url: the page that the donation view opens.
+  std::string donationUrl = "https://donate.example/";
+
+  /// "http://" + siteHost + "/".
+  [[nodiscard]] std::string siteHomeUrl() const { return "http://" + siteHost + "/"; }
+  /// `host` without its port: what a cookie's domain is made of.
+  [[nodiscard]] static std::string hostWithoutPort(const std::string& host);
+
+  /// Every key with a pointer to its field, in declaration order: for option parsers and files.
+  [[nodiscard]] static std::vector<std::pair<std::string, std::string SiteConfiguration::*>> keys();
+
+  /// The file's values over the defaults. A missing file is no error; one that cannot be read or
+  /// parsed keeps the defaults and says so in `problem`, naming file and line.
+  [[nodiscard]] static SiteConfiguration load(const std::filesystem::path& file,
+                                              std::optional<std::string>* problem);
+  /// `Bundle::configurationFolder()/veltramoor.toml`.
+  [[nodiscard]] static std::filesystem::path defaultFile();
+  /// Stores `site-host` in the file, keeping its other keys; false when it cannot be written.
+  static bool saveSiteHost(const std::filesystem::path& file, const std::string& siteHost);
+
+  /// The configuration in force. Set at start-up, before other threads exist; read by any thread.
+  static const SiteConfiguration& current();
+  static void setCurrent(SiteConfiguration configuration);
+};
+
+}  // namespace veltramoor

@@ -1,0 +1,204 @@
+#include "platform/StateFile.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <fmt/format.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <functional>
+#include <stdexcept>
+#include <thread>
+#include <utility>
+
+#include "Util/NSStringEscaping.h"
+#include "platform/Bundle.h"
+#include "platform/StateFolder.h"
+#include "platform/StateSchema.h"
+
+namespace veltramoor {
+namespace {
+
+namespace fs = std::filesystem;
+using DatabasePointer = std::unique_ptr<SQLite::Database>;
+
+constexpr int kBusyTimeoutMs = 5000;
+/// How long to wait for others to be done with a damaged file.
+constexpr std::chrono::seconds kDamagedFileTimeout{2};
+bool isDamage(const SQLite::Exception& error) {
+  return error.getErrorCode() == SQLITE_CORRUPT || error.getErrorCode() == SQLITE_NOTADB;
+}
+
+/// Changing the journal's mode does not wait for other connections as other statements do.
+void setJournalMode(SQLite::Database& database) {
+  const auto deadline =
+      std::chrono::steady_clock::now() + std::chrono::milliseconds(kBusyTimeoutMs);
+  while (true) {
+    try {
+      // Write-ahead: readers never wait for a writer, and a write is one sync of one file.
+      database.execAndGet("PRAGMA journal_mode = WAL");
+      return;
+    } catch (const SQLite::Exception& error) {
+      if (error.getErrorCode() != SQLITE_BUSY || std::chrono::steady_clock::now() > deadline) {
+        throw;
+      }
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+}
+
+/// Runs `step`, telling damage from every other failure.
+DatabasePointer tellingDamage(const std::function<DatabasePointer()>& step) {
+  try {
+    return step();
+  } catch (const SQLite::Exception& error) {
+    if (isDamage(error)) {
+      throw StateFileDamaged(error.what());
+    }
+    throw;
+  }
+}
+
+/// What is to be set aside must stay as it is: closing would fold the write-ahead file into it.
+void foldBackWhenClosing(SQLite::Database& database, bool fold) {
+  sqlite3_db_config(database.getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, fold ? 0 : 1, nullptr);
+}
+
+DatabasePointer openForWriting(const fs::path& path) {
+  makePrivateStateFile(path);
+  return tellingDamage([&path] {
+    auto database =
+        std::make_unique<SQLite::Database>(path.string(), SQLite::OPEN_READWRITE, kBusyTimeoutMs);
+    foldBackWhenClosing(*database, false);
+    const int version = checkStateSchema(*database);
+    if (sqlite3_db_readonly(database->getHandle(), "main") == 1) {
+      throw std::runtime_error("it is write-protected");
+    }
+    setJournalMode(*database);
+    database->exec("PRAGMA synchronous = FULL");
+    if (version < stateSchemaVersion()) {
+      migrateStateSchema(*database);
+    }
+    foldBackWhenClosing(*database, true);
+    return database;
+  });
+}
+
+DatabasePointer openForReading(const std::string& name, int flags) {
+  return tellingDamage([&name, flags] {
+    auto database =
+        std::make_unique<SQLite::Database>(name, SQLite::OPEN_READONLY | flags, kBusyTimeoutMs);
+    if (checkStateSchema(*database) != stateSchemaVersion()) {
+      throw std::runtime_error("its format is too old to be used unchanged");
+    }
+    return database;
+  });
+}
+
+DatabasePointer openInMemory() {
+  auto database =
+      std::make_unique<SQLite::Database>(":memory:", SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+  migrateStateSchema(*database);
+  return database;
+}
+
+/// When nothing can be written: the file as it is, else nothing but memory.
+OpenedStateFile openWithoutWriting(const fs::path& path, const std::string& reason) {
+  // The second way is for a folder where the companions of a write-ahead file cannot be made.
+  const std::string unchanging = "file:" + stringWithPercentEscape(path.string()) + "?immutable=1";
+  for (const auto& [name, flags] :
+       {std::pair{path.string(), 0}, std::pair{unchanging, SQLite::OPEN_URI}}) {
+    try {
+      return {openForReading(name, flags),
+              fmt::format("The settings file {} cannot be written ({}). Changes to settings and "
+                          "signing in will not be kept.",
+                          path.string(), reason)};
+    } catch (const StateFileError&) {
+      throw;
+    } catch (const std::exception&) {
+      continue;
+    }
+  }
+  return {openInMemory(),
+          fmt::format("The settings file {} cannot be used ({}). Settings and signing in last only "
+                      "until Veltramoor closes.",
+                      path.string(), reason)};
+}
+
+/// Sets a damaged file aside and begins a new one. The lock is held alone.
+OpenedStateFile replaceDamaged(const fs::path& path) {
+  std::string notice;
+  try {
+    // Another process may have put a new one in its place meanwhile.
+    return {openForWriting(path), std::nullopt};
+  } catch (const StateFileDamaged& damage) {
+    const fs::path kept = setStateFileAside(path);
+    notice = fmt::format("The file of settings and cookies was damaged ({}). It is kept as {}.",
+                         damage.what(), kept.string());
+  }
+  try {
+    return {openForWriting(path), notice + " A new one was begun."};
+  } catch (const std::exception& error) {
+    OpenedStateFile opened = openWithoutWriting(path, error.what());
+    opened.notice = notice + " " + opened.notice.value_or("");
+    return opened;
+  }
+}
+
+/// Opens the file, or replaces it once nobody else has it open.
+OpenedStateFile openOrReplace(const fs::path& path, StateFolderLock& lock) {
+  const auto deadline = std::chrono::steady_clock::now() + kDamagedFileTimeout;
+  while (true) {
+    try {
+      lock.share();
+      return {openForWriting(path), std::nullopt};
+    } catch (const StateFileDamaged& damage) {
+      lock.release();
+      if (lock.takeAlone()) {
+        return replaceDamaged(path);
+      }
+      if (std::chrono::steady_clock::now() > deadline) {
+        throw std::runtime_error(
+            fmt::format("it is damaged ({}), and another program has it open", damage.what()));
+      }
+    }
+    // Not in step with others that are after the same.
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 + getpid() % 7 * 3));
+  }
+}
+
+/// Lets the connection hold the lock until it is closed: SQLite destroys a function's data last.
+void keepUntilClosed(SQLite::Database& database, std::unique_ptr<StateFolderLock> lock) {
+  lock->share();
+  sqlite3_create_function_v2(
+      database.getHandle(), "veltramoor_folder_lock", 0, SQLITE_UTF8, lock.release(),
+      [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); }, nullptr,
+      nullptr,
+      [](void* held) {
+        std::unique_ptr<StateFolderLock>(static_cast<StateFolderLock*>(held)).reset();
+      });
+}
+
+}  // namespace
+
+fs::path defaultStateFile() { return Bundle::stateFolder() / "veltramoor.sqlite"; }
+
+OpenedStateFile openStateFile(const std::optional<fs::path>& path) {
+  if (!path) {
+    return {openInMemory(), std::nullopt};
+  }
+  const fs::path file = fs::absolute(*path);
+  try {
+    makeStateFolder(file.parent_path());
+    auto lock = std::make_unique<StateFolderLock>(file.parent_path());
+    OpenedStateFile opened = openOrReplace(file, *lock);
+    keepUntilClosed(*opened.database, std::move(lock));
+    return opened;
+  } catch (const StateFileError&) {
+    throw;
+  } catch (const std::exception& error) {
+    return openWithoutWriting(file, error.what());
+  }
+}
+
+}  // namespace veltramoor

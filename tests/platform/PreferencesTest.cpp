@@ -1,0 +1,219 @@
+#include "platform/Preferences.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "PreferencesKeys.h"
+#include "support/ChildProcess.h"
+#include "support/TemporaryFolder.h"
+
+namespace veltramoor {
+namespace {
+
+using namespace std::string_literals;
+using Strings = std::vector<std::string>;
+using test::TemporaryFolder;
+
+TEST(Preferences, ValuesOfEveryKindSurviveReopening) {
+  const TemporaryFolder folder;
+  const std::string odd = "nul \0, quote ' \" and \xF0\x9F\x98\x80"s;
+  {
+    Preferences preferences(folder / "state.sqlite");
+    EXPECT_EQ(preferences.string(PreferencesKeys::username), std::nullopt);
+    EXPECT_EQ(preferences.array(PreferencesKeys::filters), std::nullopt);
+    EXPECT_EQ(preferences.number(PreferencesKeys::tab), std::nullopt);
+    EXPECT_TRUE(preferences.setString("text", odd));
+    EXPECT_TRUE(preferences.setString("empty", ""));
+    EXPECT_TRUE(preferences.setNumber("number", -9'007'199'254'740'993));
+    EXPECT_TRUE(preferences.setArray("array", {"b", "", "b", odd, "a"}));
+    EXPECT_TRUE(preferences.setArray("none", {}));
+    EXPECT_TRUE(preferences.setArray("shrunk", {"1", "2", "3"}));
+    EXPECT_TRUE(preferences.setArray("shrunk", {"2"}));
+    EXPECT_TRUE(preferences.setArray("changed", {"1", "2"}));
+    EXPECT_TRUE(preferences.setString("changed", "text"));
+    EXPECT_TRUE(preferences.setNumber("back", 1));
+    EXPECT_TRUE(preferences.setArray("back", {"x"}));
+  }
+  const Preferences preferences(folder / "state.sqlite");
+  EXPECT_EQ(preferences.string("text"), odd);
+  EXPECT_EQ(preferences.string("empty"), "");
+  EXPECT_EQ(preferences.number("number"), -9'007'199'254'740'993);
+  EXPECT_EQ(preferences.array("array"), (Strings{"b", "", "b", odd, "a"}));
+  EXPECT_EQ(preferences.array("none"), Strings{});
+  EXPECT_EQ(preferences.array("shrunk"), Strings{"2"});
+  EXPECT_EQ(preferences.string("changed"), "text");
+  EXPECT_EQ(preferences.array("back"), Strings{"x"});
+  // A value of another kind is absent.
+  EXPECT_EQ(preferences.string("number"), std::nullopt);
+  EXPECT_EQ(preferences.number("text"), std::nullopt);
+  EXPECT_EQ(preferences.array("text"), std::nullopt);
+  EXPECT_EQ(preferences.array("changed"), std::nullopt);
+  EXPECT_EQ(preferences.number("back"), std::nullopt);
+  EXPECT_EQ(preferences.lastProblem(), std::nullopt);
+}
+
+TEST(Preferences, AnEqualWriteWritesNothing) {
+  const TemporaryFolder folder;
+  Preferences one(folder / "state.sqlite");
+  Preferences other(folder / "state.sqlite");
+  const auto journal = folder / "state.sqlite-wal";
+  EXPECT_TRUE(one.setString("key", "value") && one.setArray("array", {"a", "b"}) &&
+              one.setNumber("number", 7));
+  EXPECT_EQ(one.writeCount(), 3U);
+  const auto size = std::filesystem::file_size(journal);
+  for (Preferences* preferences : {&one, &other}) {
+    EXPECT_TRUE(preferences->setString("key", "value") &&
+                preferences->setArray("array", {"a", "b"}) && preferences->setNumber("number", 7));
+  }
+  EXPECT_EQ(one.writeCount(), 3U);
+  EXPECT_EQ(other.writeCount(), 0U) << "what the other one stored counts as stored";
+  EXPECT_EQ(std::filesystem::file_size(journal), size);
+  // A value that only looks the same, or was changed meanwhile, is written.
+  EXPECT_TRUE(other.setString("number", "7") && other.setArray("array", {"a,b"}));
+  EXPECT_TRUE(one.setNumber("number", 7) && one.setArray("array", {"a", "b"}));
+  EXPECT_EQ(other.writeCount(), 2U);
+  EXPECT_EQ(one.writeCount(), 5U);
+  EXPECT_EQ(other.array("array"), (Strings{"a", "b"}));
+}
+
+TEST(Preferences, TwoProcessesWriteAtOnceWithoutLoss) {
+  const TemporaryFolder folder;
+  const auto file = folder / "state.sqlite";
+  constexpr int kWrites = 60;
+  test::Gate gate;
+  std::vector<pid_t> children;
+  for (const std::string name : {"a", "b", "c"}) {
+    children.push_back(test::startChild([&gate, &file, name] {
+      gate.wait();
+      Preferences preferences(file);
+      bool good = true;
+      for (int i = 0; i < kWrites; ++i) {
+        good = preferences.setNumber(name + std::to_string(i), i) && good;
+        good = preferences.setArray("shared", Strings(10, name)) && good;
+        // Never a mixture of two writers' elements.
+        const auto shared = preferences.array("shared");
+        good = good && shared && *shared == Strings(10, shared->front());
+      }
+      return good;
+    }));
+  }
+  gate.open();
+  for (const pid_t child : children) {
+    EXPECT_TRUE(test::childSucceeded(child));
+  }
+  const Preferences preferences(file);
+  for (int i = 0; i < kWrites; ++i) {
+    for (const std::string name : {"a", "b", "c"}) {
+      EXPECT_EQ(preferences.number(name + std::to_string(i)), i);
+    }
+  }
+}
+
+TEST(Preferences, WhatWasWrittenSurvivesAKill) {
+  const TemporaryFolder folder;
+  const auto file = folder / "state.sqlite";
+  for (int round = 1; round <= 3; ++round) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t child = test::startChild([&] {
+      Preferences preferences(file);
+      for (std::int64_t i = 0; preferences.setNumber("last", i); ++i) {
+        if (write(ends[1], &i, sizeof(i)) != sizeof(i)) {
+          return false;
+        }
+      }
+      return false;
+    });
+    std::int64_t reported = -1;
+    while (reported < 15 * round && read(ends[0], &reported, sizeof(reported)) > 0) {
+    }
+    kill(child, SIGKILL);
+    EXPECT_FALSE(test::childSucceeded(child));
+    close(ends[1]);
+    while (read(ends[0], &reported, sizeof(reported)) > 0) {
+    }
+    close(ends[0]);
+    const Preferences preferences(file);
+    EXPECT_GE(preferences.number("last"), reported);
+    EXPECT_LE(preferences.number("last"), reported + 1);
+    EXPECT_EQ(preferences.lastProblem(), std::nullopt);
+  }
+}
+
+// A limit on the size of files stands in for a full disk.
+TEST(Preferences, ARefusedWriteKeepsTheOldValueAndSaysWhy) {
+  const TemporaryFolder folder;
+  const auto file = folder / "state.sqlite";
+  EXPECT_TRUE(test::childSucceeded(test::startChild([&] {
+    signal(SIGXFSZ, SIG_IGN);
+    Preferences preferences(file);
+    const bool before = preferences.setString("key", "old") && preferences.setArray("array", {"o"});
+    const rlimit limit{400'000, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const bool refused = !preferences.setString("key", std::string(600'000, 'x')) &&
+                         !preferences.setArray("array", Strings(60, std::string(10'000, 'y')));
+    const auto problem = preferences.lastProblem();
+    const bool explained =
+        problem && problem->find("array could not be saved") != std::string::npos;
+    const bool kept =
+        preferences.string("key") == "old" && preferences.array("array") == Strings{"o"};
+    // The next write that fits is taken.
+    const bool after = preferences.setString("key", "new") && !preferences.lastProblem();
+    return before && refused && explained && kept && after;
+  })));
+  EXPECT_EQ(Preferences(file).string("key"), "new");
+}
+
+TEST(Preferences, ADamagedFileIsReported) {
+  const TemporaryFolder folder;
+  const auto file = folder / "state.sqlite";
+  std::ofstream(file) << std::string(600, 'x');
+  Preferences preferences(file);
+  ASSERT_TRUE(preferences.lastProblem());
+  EXPECT_NE(preferences.lastProblem()->find("state.sqlite.corrupt-"), std::string::npos);
+  EXPECT_TRUE(preferences.setString("key", "value"));
+  EXPECT_TRUE(preferences.lastProblem()) << "what happened at opening stays to be told";
+}
+
+TEST(Preferences, ThreadsMayReadWhileOneWrites) {
+  Preferences preferences(std::nullopt);
+  preferences.setArray("array", Strings(5, "0"));
+  std::vector<std::thread> readers;
+  std::atomic<int> torn{0};
+  for (int i = 0; i < 3; ++i) {
+    readers.emplace_back([&] {
+      for (int turn = 0; turn < 300; ++turn) {
+        const auto array = preferences.array("array");
+        torn += array && *array == Strings(5, array->front()) ? 0 : 1;
+      }
+    });
+  }
+  for (int i = 0; i < 300; ++i) {
+    preferences.setArray("array", Strings(5, std::to_string(i)));
+  }
+  for (std::thread& reader : readers) {
+    reader.join();
+  }
+  EXPECT_EQ(torn, 0);
+  EXPECT_EQ(preferences.writeCount(), 300U) << "the first equals what was there";
+}
+
+TEST(Preferences, TheSharedOneIsTheChosenOneElseTheStandardFile) {
+  Preferences chosen(std::nullopt);
+  Preferences::setSharedInstance(&chosen);
+  EXPECT_EQ(&Preferences::sharedInstance(), &chosen);
+  Preferences::setSharedInstance(nullptr);
+  EXPECT_NE(&Preferences::sharedInstance(), &chosen);
+  EXPECT_TRUE(Preferences::sharedInstance().setString("key", "value"));
+}
+
+}  // namespace
+}  // namespace veltramoor

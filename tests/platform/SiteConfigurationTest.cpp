@@ -1,0 +1,176 @@
+#include "platform/SiteConfiguration.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Bundle.h"
+#include "support/ChildProcess.h"
+#include "support/TemporaryFolder.h"
+
+namespace veltramoor {
+namespace {
+
+namespace fs = std::filesystem;
+using test::TemporaryFolder;
+
+std::string contentOf(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+void write(const fs::path& file, const std::string& content) {
+  std::ofstream(file, std::ios::binary) << content;
+}
+
+TEST(SiteConfiguration, EveryKeyIsRead) {
+  const TemporaryFolder folder;
+  std::string text = "# all of them\n";
+  std::set<std::string> names;
+  for (const auto& [name, field] : SiteConfiguration::keys()) {
+    names.insert(name);
+    text += name + " = \"" + (name == "donation-url" ? "http://" : "") + name + ".test:8080\"\n";
+  }
+  EXPECT_EQ(names.size(), 8U);
+  write(folder / "all.toml", text);
+  std::optional<std::string> problem = "left over";
+  const SiteConfiguration configuration = SiteConfiguration::load(folder / "all.toml", &problem);
+  EXPECT_EQ(problem, std::nullopt);
+  for (const auto& [name, field] : SiteConfiguration::keys()) {
+    EXPECT_EQ(configuration.*field,
+              (name == "donation-url" ? "http://" : "") + name + ".test:8080");
+  }
+  EXPECT_EQ(configuration.siteHomeUrl(), "http://site-host.test:8080/");
+
+  const SiteConfiguration defaults = SiteConfiguration::load(folder / "none.toml", &problem);
+  EXPECT_EQ(problem, std::nullopt) << "a missing file is no problem";
+  EXPECT_EQ(defaults.siteHost, "");
+  EXPECT_EQ(defaults.forumHost, "forum.index.example");
+}
+
+TEST(SiteConfiguration, WhatIsWrongIsNamedWithItsLineAndTheRestHolds) {
+  struct Case {
+    std::string text;
+    std::vector<std::string> complaints;
+  };
+  const std::string good = "forum-host = \"good.test\"\n";
+  const std::vector<Case> cases{
+      {good + "site-host = 5\n", {":2: \"site-host\" must be a text"}},
+      {good + "\n\nsite-hots = \"a.test\"\n", {":4: \"site-hots\" is no setting"}},
+      {good + "[site]\nhost = \"a.test\"\n", {":2: \"site\" is no setting"}},
+      {good + "site-host = \"http://a.test/\"\n", {":2: \"site-host\" must be a host name"}},
+      {good + "site-host = \"a b\"\n", {":2: \"site-host\""}},
+      {good + "site-host = \"a.test:99999\"\n", {":2: \"site-host\""}},
+      {good + "site-host = \"u@a.test\"\n", {":2: \"site-host\""}},
+      {good + "captcha-host = \"\"\n", {":2: \"captcha-host\""}},
+      {good + "donation-url = \"javascript:x\"\n", {":2: \"donation-url\" must be an address"}},
+      {"a = 1\n" + good + "b = 2\n", {":1: \"a\"", ":3: \"b\""}}};
+  for (const Case& one : cases) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "veltramoor.toml";
+    write(file, one.text);
+    std::optional<std::string> problem;
+    const SiteConfiguration configuration = SiteConfiguration::load(file, &problem);
+    ASSERT_TRUE(problem) << one.text;
+    for (const std::string& complaint : one.complaints) {
+      EXPECT_NE(problem->find(file.string() + complaint), std::string::npos) << *problem;
+    }
+    EXPECT_EQ(configuration.forumHost, "good.test") << one.text;
+    EXPECT_EQ(configuration.siteHost, "");
+    EXPECT_EQ(configuration.captchaHost, "captcha.example");
+    EXPECT_EQ(configuration.donationUrl, "https://donate.example/");
+  }
+  const TemporaryFolder folder;
+  std::optional<std::string> problem;
+  write(folder / "broken.toml", "forum-host = \"a.test\"\nsite-host = \n");
+  EXPECT_EQ(SiteConfiguration::load(folder / "broken.toml", &problem).forumHost,
+            "forum.index.example");
+  EXPECT_NE(problem.value_or("").find("broken.toml:2:"), std::string::npos) << *problem;
+  static_cast<void>(SiteConfiguration::load(folder.path(), &problem));
+  EXPECT_NE(problem.value_or("").find("cannot be read"), std::string::npos);
+}
+
+TEST(SiteConfiguration, SavingTheSiteHostChangesNothingElse) {
+  const std::string line = "site-host = \"new.test:81\"";
+  const std::vector<std::pair<std::string, std::string>> cases{
+      {"", line + "\n"},
+      {"site-host = \"old.test\" # mine\nforum-host = 'f.test'\n",
+       line + " # mine\nforum-host = 'f.test'\n"},
+      {"# top\n  site-host='old.test'\n", "# top\n  site-host=\"new.test:81\"\n"},
+      {"\"site-host\" = 5", "\"site-host\" = \"new.test:81\""},
+      {"x = \"\xC3\xA9\"\nsite-host = \"\"\"\nold\"\"\" # \xC3\xA9\n",
+       "x = \"\xC3\xA9\"\n" + line + " # \xC3\xA9\n"},
+      {"\xEF\xBB\xBFsite-host = \"old\"\r\na = 1\r\n", "\xEF\xBB\xBF" + line + "\r\na = 1\r\n"},
+      {"forum-host = 'f.test'", "forum-host = 'f.test'\n" + line + "\n"},
+      {"a = 1\n\n[table]\nsite-host = \"not this\"\n",
+       "a = 1\n\n" + line + "\n[table]\nsite-host = \"not this\"\n"},
+      {"[[list]]\nb = 2\n", line + "\n[[list]]\nb = 2\n"}};
+  for (const auto& [before, after] : cases) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "sub" / "veltramoor.toml";
+    if (!before.empty()) {
+      fs::create_directory(file.parent_path());
+      write(file, before);
+    }
+    EXPECT_TRUE(SiteConfiguration::saveSiteHost(file, "new.test:81")) << before;
+    EXPECT_EQ(contentOf(file), after);
+    EXPECT_EQ(SiteConfiguration::load(file, nullptr).siteHost, "new.test:81");
+    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1) << "nothing left";
+  }
+}
+
+TEST(SiteConfiguration, SavingKeepsModeAndLinkAndRefusesWhatItCannotKeep) {
+  const TemporaryFolder folder;
+  const fs::path real = folder / "real.toml";
+  write(real, "site-host = \"old.test\"\n");
+  ASSERT_EQ(chmod(real.c_str(), 0640), 0);
+  fs::create_symlink(real, folder / "link.toml");
+  EXPECT_TRUE(SiteConfiguration::saveSiteHost(folder / "link.toml", "new.test"));
+  EXPECT_TRUE(fs::is_symlink(folder / "link.toml"));
+  EXPECT_EQ(contentOf(real), "site-host = \"new.test\"\n");
+  EXPECT_EQ(static_cast<unsigned>(fs::status(real).permissions()), 0640U);
+  EXPECT_TRUE(SiteConfiguration::saveSiteHost(real, "")) << "back to none";
+
+  EXPECT_FALSE(SiteConfiguration::saveSiteHost(real, "a\"\nforum-host = \"b"));
+  EXPECT_FALSE(SiteConfiguration::saveSiteHost(real, "http://a.test/"));
+  EXPECT_FALSE(SiteConfiguration::saveSiteHost(real / "below" / "a.toml", "a.test"));
+  EXPECT_FALSE(SiteConfiguration::saveSiteHost(folder.path(), "a.test"));
+  write(folder / "broken.toml", "forum-host = \n");
+  EXPECT_FALSE(SiteConfiguration::saveSiteHost(folder / "broken.toml", "a.test"));
+  EXPECT_EQ(contentOf(folder / "broken.toml"), "forum-host = \n") << "never overwritten";
+}
+
+TEST(SiteConfiguration, HostWithoutPort) {
+  const std::vector<std::pair<std::string, std::string>> cases{{"index.example", "index.example"},
+                                                               {"127.0.0.1:8080", "127.0.0.1"},
+                                                               {"", ""},
+                                                               {"[::1]:80", "[::1]"},
+                                                               {"[::1]", "[::1]"},
+                                                               {"::1", "::1"}};
+  for (const auto& [host, expected] : cases) {
+    EXPECT_EQ(SiteConfiguration::hostWithoutPort(host), expected);
+  }
+}
+
+TEST(Bundle, FoldersHonourAbsoluteVariablesOnly) {
+  EXPECT_EQ(Bundle::stateFolder(), fs::path(getenv("XDG_DATA_HOME")) / "veltramoor");
+  EXPECT_EQ(SiteConfiguration::defaultFile(),
+            fs::path(getenv("XDG_CONFIG_HOME")) / "veltramoor" / "veltramoor.toml");
+  // In a child, so that the other tests keep the folders they were given.
+  EXPECT_TRUE(test::childSucceeded(test::startChild([] {
+    setenv("XDG_DATA_HOME", "relative", 1);
+    unsetenv("XDG_CONFIG_HOME");
+    setenv("HOME", "/home/somebody", 1);
+    return Bundle::stateFolder() == "/home/somebody/.local/share/veltramoor" &&
+           Bundle::configurationFolder() == "/home/somebody/.config/veltramoor";
+  })));
+}
+
+}  // namespace
+}  // namespace veltramoor
