@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // The alert on show: nothing else takes input until one of its buttons closed it.
 FocusScope {

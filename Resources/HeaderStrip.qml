@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // The header of a list: who is signed in, and the list's buttons. Its lower part is a shadow, through
 // which touches reach the table.

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // A button of one icon, bound to a button's state.
 Pressable {

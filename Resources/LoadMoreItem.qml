@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // The row that asks for the next page, with the date down to which the list reaches.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // The box of a loading indicator. It lies over the screen without holding anything back.
 RoundedRectView {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Window
+import Veltramoor
 
 // The window: the root screen, the overlays above it, alerts above those.
 Window {

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // A stack of screens: the topmost is on show, the others keep their state beneath it.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // What every button is made of: touch, keyboard, focus ring, hover, accessibility.
 Item {

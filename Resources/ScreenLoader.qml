@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // Draws a controller with the interface file that it names.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // A row's accessory: pushes the torrent to the person's computer. Long names end under its plate.
 Pressable {

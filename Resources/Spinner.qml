@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // A wheel of twelve spokes that turns while something is under way.
 Item {

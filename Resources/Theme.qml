@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Veltramoor
 
 // Colours, sizes and times that the screens share.
 QtObject {

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // Every torrent list: banner, table, and the header over the table's top.
 FocusScope {

@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // One row of a torrent list: a torrent painted in one pass with its send button, or the row that asks
 // for more. Rows are reused, so everything here follows the row that it shows at the moment.

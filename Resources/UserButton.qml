@@ -1,4 +1,5 @@
 import QtQuick
+import Veltramoor
 
 // The signed-in user's name over the account's status.
 Pressable {

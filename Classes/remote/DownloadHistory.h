@@ -6,15 +6,15 @@
 
 namespace veltramoor {
 
-/// The array under the history key: oldest first, at most 50, duplicates kept. Thread-safe: sends of
-/// two lists that end at the same moment are both remembered.
+/// The array under the history key: oldest first, at most 50, duplicates kept. Thread-safe: sends
+/// of two lists that end at the same moment are both remembered.
 class DownloadHistory {
  public:
   static constexpr std::size_t kMaximum = 50;
 
   [[nodiscard]] static std::vector<std::string> names();
-  /// Appends and drops the oldest name when there are more than 50. False when the store could not be
-  /// written.
+  /// Appends and drops the oldest name when there are more than 50. False when the store could not
+  /// be written.
   static bool append(const std::string& name);
 };
 

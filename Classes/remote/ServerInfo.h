@@ -7,9 +7,9 @@
 
 namespace veltramoor {
 
-/// The persisted record of the remote client: kind, address, port, credentials. Values are the texts
-/// as typed; an unset one is absent. Thread-safe. The password is stored in plain text in the state
-/// file, which only its owner can read.
+/// The persisted record of the remote client: kind, address, port, credentials. Values are the
+/// texts as typed; an unset one is absent. Thread-safe. The password is stored in plain text in the
+/// state file, which only its owner can read.
 class ServerInfo {
  public:
   ServerInfo() = default;

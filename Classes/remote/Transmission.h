@@ -14,7 +14,8 @@ class Transmission final : public BitClient {
   static constexpr std::string_view kDefaultPort = "9091";
   static constexpr std::string_view kDefaultDescription =
       "Veltramoor can push torrent downloads to your computer if you are using Transmittion "
-      "Bittorent Client with remote access enabled.\n\t\n\tSetup:\n\t- Install Transmission on your "
+      "Bittorent Client with remote access enabled.\n\t\n\tSetup:\n\t- Install Transmission on "
+      "your "
       "computer.  \n\t- Select \"Preferences\" then select the \"Remote\" tab.\n\t- Check the "
       "\"Enable remote access\" box.\n\t- Make sure your computer is online and running "
       "Transmission.\n\t- Fill in the fields below with the ip address and port (Default is 9091) "

@@ -13,11 +13,13 @@ class Utorrent final : public BitClient {
   static constexpr std::string_view kDefaultPort = "8080";
   static constexpr std::string_view kDefaultDescription =
       "Veltramoor can push torrent downloads to your computer if you are using Utorrent Bittorent "
-      "Client with Web UI enabled.\n\tAs of March 2010, Web UI is only available on windows version "
+      "Client with Web UI enabled.\n\tAs of March 2010, Web UI is only available on windows "
+      "version "
       "of Utorrent.\n\tSetup:\n\t- Install Utorrent on your computer.  \n\t- Select "
       "\"Preferences\" Utorrent.  Select \"Web UI\" option.\n\t- Check \"Enable Web UI\" "
       "box.\n\t- Check \"Alternative listening port\" box.\n\t- Make sure your computer is online "
-      "and running Utorrent.\n\t- Fill in the fields below with the ip address and port (Default is "
+      "and running Utorrent.\n\t- Fill in the fields below with the ip address and port (Default "
+      "is "
       "8080) of Utorrent Web UI is using.";
 
   [[nodiscard]] std::string getData() override;
@@ -26,8 +28,8 @@ class Utorrent final : public BitClient {
   [[nodiscard]] std::optional<Url> getUrl() const override;
   [[nodiscard]] std::optional<Url> getWebUrl() const override;
   using BitClient::setSessionId;
-  /// Fetches the token. A page of another form becomes the token as a whole, with which the add then
-  /// fails.
+  /// Fetches the token. A page of another form becomes the token as a whole, with which the add
+  /// then fails.
   void setSessionId() override;
   [[nodiscard]] HttpRequest getDownload() const override;
 };

@@ -33,8 +33,8 @@ class LoadingIndicator : public QObject {
   [[nodiscard]] QString string() const { return string_; }
   void setString(const QString& text) { string_ = text; }
 
-  /// Shows the box on `parentView`; already shown, it takes the new text and offset and stays on the
-  /// view it was shown on.
+  /// Shows the box on `parentView`; already shown, it takes the new text and offset and stays on
+  /// the view it was shown on.
   void showLoadingIndicators();
   void hideLoadingIndicators();
 

@@ -34,8 +34,8 @@ class VeltramoorAppDelegate : public QObject {
 
   /// Builds the root screen.
   void applicationDidFinishLaunching();
-  /// Gives sends and pages that are under way one second to end, then has the rest fail, so that the
-  /// program ends within two whatever a server does. Nothing may be shown afterwards.
+  /// Gives sends and pages that are under way one second to end, then has the rest fail, so that
+  /// the program ends within two whatever a server does. Nothing may be shown afterwards.
   void applicationWillTerminate();
 
   [[nodiscard]] ViewController* viewController() const { return viewController_.get(); }

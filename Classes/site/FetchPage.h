@@ -22,10 +22,10 @@ struct DeliveryPlace {
   int dependPriority = 0;
 };
 
-/// Base of the operations that screens queue. A subclass does its blocking work in `fetch` and leaves
-/// the outcome in `returnObject_`; it is then delivered on the main thread without waiting. The
-/// completion must keep its screen alive; it is moved to the main thread with the outcome, so that
-/// the screen's last reference is never dropped by a worker.
+/// Base of the operations that screens queue. A subclass does its blocking work in `fetch` and
+/// leaves the outcome in `returnObject_`; it is then delivered on the main thread without waiting.
+/// The completion must keep its screen alive; it is moved to the main thread with the outcome, so
+/// that the screen's last reference is never dropped by a worker.
 template <typename Outcome>
 class FetchPage : public Operation {
  public:
@@ -65,10 +65,9 @@ class FetchPage : public Operation {
     if (place_) {
       place_->priorityQueue->waitUntilDelivered(place_->dependPriority);
     }
-    MainThread::perform([completion = std::exchange(completion_, nullptr),
-                         outcome = std::move(returnObject_)]() mutable {
-      completion(std::move(outcome));
-    });
+    MainThread::perform(
+        [completion = std::exchange(completion_, nullptr),
+         outcome = std::move(returnObject_)]() mutable { completion(std::move(outcome)); });
     if (place_) {
       place_->priorityQueue->markDelivered(place_->priority);
     }

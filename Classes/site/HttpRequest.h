@@ -43,8 +43,8 @@ class HttpRequest {
   [[nodiscard]] const std::string& type() const { return type_; }
   void setType(std::string type) { type_ = std::move(type); }
 
-  /// Form text of a POST. Its stated Content-Length counts UTF-16 units, as the site has always been
-  /// told, and is therefore too small for text outside ASCII.
+  /// Form text of a POST. Its stated Content-Length counts UTF-16 units, as the site has always
+  /// been told, and is therefore too small for text outside ASCII.
   [[nodiscard]] const std::optional<std::string>& postData() const { return postData_; }
   void setPostData(std::optional<std::string> text) { postData_ = std::move(text); }
 

@@ -12,9 +12,9 @@ void HttpRequestRegExTorrent::request() {
   if (!result()) {
     return;
   }
-  const std::vector<std::string> history =
-      Preferences::sharedInstance().array(PreferencesKeys::torrentHistory).value_or(
-          std::vector<std::string>{});
+  const std::vector<std::string> history = Preferences::sharedInstance()
+                                               .array(PreferencesKeys::torrentHistory)
+                                               .value_or(std::vector<std::string>{});
   torrents_ = torrentsInPage(*result(), history);
 }
 

@@ -23,7 +23,8 @@ class Device : public QObject {
   /// Whether the shorter side has at least 600 points, the width from which two columns of touch
   /// targets fit.
   [[nodiscard]] bool isPad() const;
-  /// Whether the person asked for no animations, by VELTRAMOOR_REDUCED_MOTION set to anything but 0.
+  /// Whether the person asked for no animations, by VELTRAMOOR_REDUCED_MOTION set to anything but
+  /// 0.
   [[nodiscard]] bool reducedMotion() const { return reducedMotion_; }
 
  signals:

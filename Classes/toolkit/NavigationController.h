@@ -9,8 +9,8 @@
 
 namespace veltramoor {
 
-/// The screens of a stack from the root up, as rows with the one role "controller": a view keeps one
-/// item for each, so that a covered screen keeps its state.
+/// The screens of a stack from the root up, as rows with the one role "controller": a view keeps
+/// one item for each, so that a covered screen keeps its state.
 class ViewControllerStack : public QAbstractListModel {
   Q_OBJECT
 
@@ -35,7 +35,8 @@ class ViewControllerStack : public QAbstractListModel {
 class NavigationController : public ViewController {
   Q_OBJECT
   Q_PROPERTY(veltramoor::ViewControllerStack* stack READ stack CONSTANT)
-  Q_PROPERTY(veltramoor::ViewController* topViewController READ topViewController NOTIFY stackChanged)
+  Q_PROPERTY(
+      veltramoor::ViewController* topViewController READ topViewController NOTIFY stackChanged)
   Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
   Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden NOTIFY navigationBarHiddenChanged)
 

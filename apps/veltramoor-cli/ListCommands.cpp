@@ -9,6 +9,7 @@
 
 #include "Commands.h"
 #include "Util/NSStringEscaping.h"
+#include "platform/SiteConfiguration.h"
 #include "remote/DownloadHistory.h"
 #include "remote/FetchPageDownload.h"
 #include "site/AnonymousUser.h"
@@ -17,10 +18,14 @@ namespace veltramoor::cli {
 namespace {
 
 nlohmann::json jsonOf(const Torrent& torrent) {
-  return {{"name", torrent.name},   {"detailsUrl", torrent.detailsUrl},
-          {"downloadUrl", torrent.downloadUrl}, {"type", torrent.type},
-          {"date", torrent.date},   {"size", torrent.size},
-          {"up", torrent.up},       {"down", torrent.down},
+  return {{"name", torrent.name},
+          {"detailsUrl", torrent.detailsUrl},
+          {"downloadUrl", torrent.downloadUrl},
+          {"type", torrent.type},
+          {"date", torrent.date},
+          {"size", torrent.size},
+          {"up", torrent.up},
+          {"down", torrent.down},
           {"isDownloaded", torrent.isDownloaded}};
 }
 
@@ -34,6 +39,15 @@ bool load(Terminal& terminal, AllListViewController& list, int page) {
     QObject::connect(&list, &AllListViewController::pageLoaded, &list, done);
     list.fetchPage(page);
   });
+}
+
+int failToLoad() {
+  const std::string& host = SiteConfiguration::current().siteHost;
+  return fail(kRefused,
+              host.empty()
+                  ? fmt::format("No site is set. Give --site-host, or set site-host in {}.",
+                                SiteConfiguration::defaultFile().string())
+                  : fmt::format("The site {} did not answer. Check the connection.", host));
 }
 
 std::optional<int> rowNumber(const std::string& text) {
@@ -70,7 +84,7 @@ int reportSend(const Terminal& terminal, bool sent, const std::string& name, boo
 int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool json) {
   const auto list = recentList();
   if (!load(terminal, *list, arguments.page)) {
-    return fail(kRefused, list->notice().toStdString());
+    return failToLoad();
   }
   const auto& torrents = *list->rows()->torrents();
   if (row < 1 || row > static_cast<int>(torrents.size())) {
@@ -102,7 +116,7 @@ int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
 int recent(Terminal& terminal, int page, bool json) {
   const auto list = recentList();
   if (!load(terminal, *list, page)) {
-    return fail(kRefused, list->notice().toStdString());
+    return failToLoad();
   }
   const auto& torrents = *list->rows()->torrents();
   if (json) {

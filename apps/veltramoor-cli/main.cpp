@@ -36,7 +36,7 @@ int run(int argc, char** argv) {
 
   int page = 0;
   CLI::App* recent = app.add_subcommand("recent", "List a page of the most recent torrents");
-  recent->add_option("--page", page, "Page number, from 0")->check(CLI::NonNegativeNumber);
+  recent->add_option("--page", page, "Page number, from 0")->check(CLI::Range(0, 1000000));
 
   cli::SendArguments sending;
   CLI::App* send = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
@@ -44,7 +44,7 @@ int run(int argc, char** argv) {
       ->required();
   send->add_option("--name", sending.name, "Name to remember a magnet link by");
   send->add_option("--page", sending.page, "Page of the row, from 0")
-      ->check(CLI::NonNegativeNumber);
+      ->check(CLI::Range(0, 1000000));
 
   CLI::App* history = app.add_subcommand("history", "List what was sent, newest first");
 
@@ -81,7 +81,9 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   // The controllers measure texts, which needs the graphical application object but no display.
+  // What it has to say of its surroundings is no answer to a command.
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   int noArguments = 1;
   QGuiApplication application(noArguments, argv);
   try {

@@ -1,9 +1,9 @@
 // Veltramoor with its screens.
+#include <QtQml/qqmlextensionplugin.h>
 #include <QCommandLineParser>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-#include <QtQml/qqmlextensionplugin.h>
 #include <cstdio>
 
 #include "platform/Bundle.h"

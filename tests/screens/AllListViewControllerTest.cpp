@@ -90,7 +90,8 @@ TEST_F(AllListViewControllerTest, BuildsItsUrlFromTheSettingsOfTheMoment) {
   for (const Case& one :
        {Case{"", "", "", "/recent/0"}, Case{"0", "7", "asc", "/recent/0"},
         Case{"201", "", "", "/browse/201/0/99/"}, Case{"201", "", "asc", "/browse/201/0/100/"},
-        Case{"201", "7", "asc", "/browse/201/0/8/"}, Case{"600", "5", "desc", "/browse/600/0/5/"}}) {
+        Case{"201", "7", "asc", "/browse/201/0/8/"},
+        Case{"600", "5", "desc", "/browse/600/0/5/"}}) {
     store_.setString("Veltramoor_recentCategory", one.category);
     store_.setString("Veltramoor_recentOrderBy", one.order);
     store_.setString("Veltramoor_recentSortBy", one.sort);
@@ -101,7 +102,7 @@ TEST_F(AllListViewControllerTest, BuildsItsUrlFromTheSettingsOfTheMoment) {
 }
 
 TEST_F(AllListViewControllerTest, EndsAtAShortPageAndAtAnEmptyOne) {
-  const int full = static_cast<int>(site_.catalogue().torrents().size()) / 30;
+  const int full = static_cast<int>(site_.catalogue().all().size()) / 30;
   list_->fetchPage(full - 1);
   ASSERT_TRUE(waitForPages(1));
   EXPECT_FALSE(list_->noMoreTorrents()) << "exactly 30 rows may be followed by more";

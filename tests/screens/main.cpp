@@ -2,8 +2,8 @@
 // any warning that Qt or QML has to say.
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
+#include <QGuiApplication>
 
 #include "support/TemporaryFolder.h"
 
@@ -23,7 +23,8 @@ void failOnWarnings(QtMsgType type, const QMessageLogContext&, const QString& me
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   const veltramoor::test::TemporaryFolder folder;
-  for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
+  for (const char* name :
+       {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
     qputenv(name, folder.path().c_str());
   }
   qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -28,7 +28,9 @@ constexpr char kHandset[] =
 
 class HttpRequestTest : public testing::Test {
  protected:
-  HttpRequest requestTo(const std::string& path) { return HttpRequest(Url::parse(server_.url(path))); }
+  HttpRequest requestTo(const std::string& path) {
+    return HttpRequest(Url::parse(server_.url(path)));
+  }
 
   // What the request's own code adds, without what the transport does.
   std::vector<std::string> linesOf(HttpRequest& request) {
@@ -51,7 +53,8 @@ using Lines = std::vector<std::string>;
 TEST_F(HttpRequestTest, SendsEachKindOfRequestByteForByte) {
   HttpRequest get = requestTo("/recent/0?a=%7E~&b=c//d");
   EXPECT_EQ(linesOf(get), (Lines{"Content-Type: text/html", kDesktop}));
-  EXPECT_EQ(server_.requests().back().head.substr(0, 39), "GET /recent/0?a=%7E~&b=c//d HTTP/1.1\r\nH");
+  EXPECT_EQ(server_.requests().back().head.substr(0, 39),
+            "GET /recent/0?a=%7E~&b=c//d HTTP/1.1\r\nH");
   EXPECT_EQ(bodySent(), "");
   EXPECT_EQ(get.result(), "fine");
 
@@ -82,18 +85,18 @@ TEST_F(HttpRequestTest, SendsEachKindOfRequestByteForByte) {
   client->filename = "a.torrent";
   client->file = std::string("d\0e", 3);
   upload.setClient(client);
-  EXPECT_EQ(
-      linesOf(upload),
-      (Lines{"Content-Type: multipart/form-data; boundary=" + std::string(kMultipartBoundary),
-             "Keep-Alive: 115",
-             "Accept: text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8",
-             "Content-Length: " + std::to_string(client->getData().size()), kDesktop}));
-  EXPECT_EQ(bodySent(), "-----------------------------20072377098235644401115438165\r\n"
-                        "Content-Disposition: form-data; name=\"torrent_file\"; "
-                        "filename=\"a.torrent\"\r\n"
-                        "Content-Type: application/x-bittorrent\r\n\r\n" +
-                            std::string("d\0e", 3) +
-                            "\r\n-----------------------------20072377098235644401115438165--\r\n");
+  EXPECT_EQ(linesOf(upload),
+            (Lines{"Content-Type: multipart/form-data; boundary=" + std::string(kMultipartBoundary),
+                   "Keep-Alive: 115",
+                   "Accept: text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8",
+                   "Content-Length: " + std::to_string(client->getData().size()), kDesktop}));
+  EXPECT_EQ(bodySent(),
+            "-----------------------------20072377098235644401115438165\r\n"
+            "Content-Disposition: form-data; name=\"torrent_file\"; "
+            "filename=\"a.torrent\"\r\n"
+            "Content-Type: application/x-bittorrent\r\n\r\n" +
+                std::string("d\0e", 3) +
+                "\r\n-----------------------------20072377098235644401115438165--\r\n");
 }
 
 TEST_F(HttpRequestTest, CountsAFormInCharactersAndNeverReusesItsConnection) {
@@ -179,7 +182,8 @@ TEST(HttpRequestOutcomeTest, AFailedSecondExchangeLeavesNothingOfTheFirst) {
 }
 
 TEST(HttpRequestRegExTest, KeepsCaptureOneOrThePage) {
-  const RawServer server([](const RecordedRequest&) { return RawServer::response(200, "<a>T</a>"); });
+  const RawServer server(
+      [](const RecordedRequest&) { return RawServer::response(200, "<a>T</a>"); });
   HttpRequestRegEx found(Url::parse(server.url()), "<a>(.*)</a>");
   found.request();
   EXPECT_EQ(found.result(), "T");

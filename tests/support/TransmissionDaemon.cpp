@@ -5,6 +5,7 @@
 #include <netinet/in.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -44,6 +45,25 @@ pid_t start(const std::vector<std::string>& command, const posix_spawn_file_acti
   pid_t pid = -1;
   if (posix_spawnp(&pid, arguments[0], actions, nullptr, arguments.data(), environ) != 0) {
     throw std::runtime_error("cannot start " + command[0]);
+  }
+  return pid;
+}
+
+// Not with posix_spawn: a daemon must go with its test, also when that crashes, and must not hold
+// the test's standard output open.
+pid_t startDaemon(const std::string& folder) {
+  const std::string log = folder + "/log";
+  const pid_t pid = fork();
+  if (pid == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const int descriptor = open(log.c_str(), O_WRONLY | O_CREAT, 0600);
+    dup2(descriptor, STDOUT_FILENO);
+    dup2(descriptor, STDERR_FILENO);
+    execlp("transmission-daemon", "transmission-daemon", "-f", "-g", folder.c_str(), nullptr);
+    _exit(127);
+  }
+  if (pid < 0) {
+    throw std::runtime_error("cannot start transmission-daemon");
   }
   return pid;
 }
@@ -97,26 +117,27 @@ std::string outputOf(const std::vector<std::string>& command, int* status,
 
 TransmissionDaemon::TransmissionDaemon(std::optional<std::pair<std::string, std::string>> login)
     : login_(std::move(login)), port_(freePort()) {
-  nlohmann::json settings = {
-      {"rpc-enabled", true},          {"rpc-bind-address", "127.0.0.1"},
-      {"rpc-port", port_},            {"rpc-whitelist-enabled", true},
-      {"rpc-whitelist", "127.0.0.1"}, {"rpc-authentication-required", login_.has_value()},
-      {"peer-port", freePort()},      {"bind-address-ipv4", "127.0.0.1"},
-      {"bind-address-ipv6", "::1"},   {"dht-enabled", false},
-      {"pex-enabled", false},         {"lpd-enabled", false},
-      {"utp-enabled", false},         {"port-forwarding-enabled", false},
-      {"download-dir", (folder_ / "downloads").string()}};
+  nlohmann::json settings = {{"rpc-enabled", true},
+                             {"rpc-bind-address", "127.0.0.1"},
+                             {"rpc-port", port_},
+                             {"rpc-whitelist-enabled", true},
+                             {"rpc-whitelist", "127.0.0.1"},
+                             {"rpc-authentication-required", login_.has_value()},
+                             {"peer-port", freePort()},
+                             {"bind-address-ipv4", "127.0.0.1"},
+                             {"bind-address-ipv6", "::1"},
+                             {"dht-enabled", false},
+                             {"pex-enabled", false},
+                             {"lpd-enabled", false},
+                             {"utp-enabled", false},
+                             {"port-forwarding-enabled", false},
+                             {"download-dir", (folder_ / "downloads").string()}};
   if (login_) {
     settings["rpc-username"] = login_->first;
     settings["rpc-password"] = login_->second;
   }
   std::ofstream(folder_ / "settings.json") << settings;
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  const std::string log = (folder_ / "log").string();
-  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log.c_str(), O_WRONLY | O_CREAT, 0600);
-  pid_ = start({"transmission-daemon", "-f", "-g", folder_.path().string()}, &actions);
-  posix_spawn_file_actions_destroy(&actions);
+  pid_ = startDaemon(folder_.path().string());
   for (int tries = 0; !answers(port_); ++tries) {
     if (tries == 500) {
       throw std::runtime_error("transmission-daemon does not answer");
