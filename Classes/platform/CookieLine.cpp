@@ -1,0 +1,89 @@
+#include "platform/CookieLine.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace veltramoor {
+namespace {
+
+constexpr std::string_view kHttpOnlyMark = "#HttpOnly_";
+constexpr std::size_t kFieldCount = 7;
+// The smallest time that is not 0, which would mean a session cookie.
+constexpr std::int64_t kLongExpired = 1;
+
+}  // namespace
+
+std::optional<Cookie> cookieOfLine(std::string_view line) {
+  Cookie cookie;
+  cookie.httpOnly = line.starts_with(kHttpOnlyMark);
+  if (cookie.httpOnly) {
+    line.remove_prefix(kHttpOnlyMark.size());
+  }
+  std::array<std::string_view, kFieldCount> fields;
+  for (std::size_t i = 0; i < kFieldCount; ++i) {
+    const std::size_t end = i + 1 == kFieldCount ? line.size() : line.find('\t');
+    if (end == std::string_view::npos) {
+      return std::nullopt;
+    }
+    fields[i] = line.substr(0, end);
+    line.remove_prefix(std::min(end + 1, line.size()));
+  }
+  std::int64_t expires = 0;
+  std::from_chars(fields[4].data(), fields[4].data() + fields[4].size(), expires);
+  cookie.domain = fields[0];
+  cookie.path = fields[2];
+  cookie.secure = fields[3] == "TRUE";
+  if (expires != 0) {
+    cookie.expires = expires;
+  }
+  cookie.name = fields[5];
+  cookie.value = fields[6];
+  return cookie;
+}
+
+std::optional<std::string> lineOfCookie(const Cookie& cookie) {
+  constexpr std::string_view kSeparators("\t\r\n\0", 4);
+  // "#" would begin a comment, "Set-Cookie:" a line of another form; a path that reads as a truth
+  // value would be taken for the next field.
+  if (cookie.name.empty() || cookie.path == "TRUE" || cookie.path == "FALSE" ||
+      cookie.domain.empty() || cookie.domain == "." || cookie.domain.starts_with('#') ||
+      lowerCaseDomain(cookie.domain).starts_with("set-cookie:")) {
+    return std::nullopt;
+  }
+  for (const std::string* field : {&cookie.name, &cookie.value, &cookie.domain, &cookie.path}) {
+    if (field->find_first_of(kSeparators) != std::string::npos) {
+      return std::nullopt;
+    }
+  }
+  const std::int64_t expires = cookie.expires ? std::max(*cookie.expires, kLongExpired) : 0;
+  std::string line;
+  if (cookie.httpOnly) {
+    line += kHttpOnlyMark;
+  }
+  line += cookie.domain;
+  line += cookie.domain.starts_with('.') ? "\tTRUE\t" : "\tFALSE\t";
+  // Servers set paths without a slash, too. The engine treats them as "/", but tells them apart.
+  line += cookie.path.empty() ? "/" : cookie.path;
+  line += cookie.secure ? "\tTRUE\t" : "\tFALSE\t";
+  line += std::to_string(expires);
+  line += '\t';
+  line += cookie.name;
+  line += '\t';
+  line += cookie.value;
+  return line;
+}
+
+std::string lowerCaseDomain(std::string_view domain) {
+  std::string lowered(domain);
+  std::transform(lowered.begin(), lowered.end(), lowered.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return lowered;
+}
+
+std::string identityOf(const Cookie& cookie) {
+  return lowerCaseDomain(cookie.domain) + '\t' + cookie.path + '\t' + cookie.name;
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,27 @@
+// One cookie as a line of a Netscape cookie file, the form in which libcurl lists and takes
+// cookies.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/CookieStorage.h"
+
+namespace veltramoor {
+
+/// domain, "TRUE" for a domain cookie, path, "TRUE" for secure, Unix time of expiry (0: session),
+/// name, value; tabs between. "#HttpOnly_" stands before the domain of an http-only cookie.
+[[nodiscard]] std::optional<Cookie> cookieOfLine(std::string_view line);
+
+/// Absent for a cookie that the line cannot hold: no name or domain, a path of "TRUE" or "FALSE",
+/// or a field with a tab, a line end or a NUL in it.
+[[nodiscard]] std::optional<std::string> lineOfCookie(const Cookie& cookie);
+
+/// What decides whether one cookie replaces another: domain without case, path, name.
+[[nodiscard]] std::string identityOf(const Cookie& cookie);
+
+/// ASCII letters only: what domains are compared by.
+[[nodiscard]] std::string lowerCaseDomain(std::string_view domain);
+
+}  // namespace veltramoor

@@ -1,0 +1,70 @@
+// The cookies that all requests share.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veltramoor {
+
+struct Cookie {
+  std::string name;
+  std::string value;
+  /// With a leading dot for a domain cookie, without one for a host-only cookie; case as set.
+  std::string domain;
+  std::string path = "/";
+  /// Unix time in seconds; absent for a session cookie.
+  std::optional<std::int64_t> expires = std::nullopt;
+  bool secure = false;
+  bool httpOnly = false;
+};
+
+/// A thin, thread-safe owner of libcurl's shared cookie engine (the engine does all matching).
+/// Everything, session cookies included, survives a restart: the listing is kept in the state file
+/// (see StateFile.h; mode 0600), written only when it changed and before the request that changed
+/// it returns, so that a kill between two requests loses nothing.
+class CookieStorage {
+ public:
+  /// Restores the cookies of `stateFile`; absent: in memory only (tests).
+  explicit CookieStorage(std::optional<std::filesystem::path> stateFile);
+  ~CookieStorage();
+  CookieStorage(const CookieStorage&) = delete;
+  CookieStorage& operator=(const CookieStorage&) = delete;
+
+  /// The store on the application's state file.
+  static CookieStorage& sharedInstance();
+
+  /// Unexpired cookies in the order they were first stored; replacing one keeps its place.
+  [[nodiscard]] std::vector<Cookie> cookies() const;
+  /// Stores or replaces a cookie (same name, domain and path). A cookie whose fields hold tabs,
+  /// line ends or NUL is refused.
+  void insert(const Cookie& cookie);
+  /// Deletes every cookie whose domain equals one of `domains` (without case, leading dot counted)
+  /// and, when `name` is given, whose name equals it. Returns how many.
+  std::size_t erase(const std::vector<std::string>& domains,
+                    std::optional<std::string_view> name = std::nullopt);
+  /// Makes `cookie` the only one of its name on `domains`, in one step; next to free when nothing
+  /// has changed since it was so last.
+  void keepOnly(const std::vector<std::string>& domains, const Cookie& cookie);
+  /// Runs `step` with no other thread or request able to read or change the store in between.
+  void atomically(const std::function<void(CookieStorage&)>& step);
+  /// Writes the state file when the cookies differ from what it holds. Called after each exchange;
+  /// next to free when none of the operations here changed anything.
+  void saveIfChanged();
+  /// Says that the engine has just taken a cookie from an answer.
+  void noteChange();
+
+  /// The CURLSH* that request handles attach to; typed as void to keep curl out of this header.
+  [[nodiscard]] void* shareHandle() const;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace veltramoor

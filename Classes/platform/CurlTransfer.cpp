@@ -1,0 +1,273 @@
+#include "platform/CurlTransfer.h"
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <climits>
+#include <new>
+#include <string_view>
+
+#include "platform/CookieStorage.h"
+#include "platform/CurlGlobal.h"
+#include "platform/RedirectRules.h"
+
+namespace veltramoor {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+// Room for an ordinary page of the site at once: growing step by step cost more than any other part
+// of an exchange. With libcurl's own buffers it stays under 128 KiB, from which on the C library
+// gives freed memory back to the kernel, and every page would be mapped and cleared anew: three
+// times as slow.
+constexpr std::size_t kUsualBodySize = std::size_t{96} * 1024;
+
+struct ListDeleter {
+  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+
+class FieldList {
+ public:
+  void append(const std::string& line) {
+    curl_slist* grown = curl_slist_append(first_.get(), line.c_str());
+    if (grown == nullptr) {
+      throw std::bad_alloc();
+    }
+    static_cast<void>(first_.release());
+    first_.reset(grown);
+  }
+  [[nodiscard]] curl_slist* get() const { return first_.get(); }
+
+ private:
+  std::unique_ptr<curl_slist, ListDeleter> first_;
+};
+
+bool hasField(const HeaderList& headers, std::string_view name) {
+  return std::any_of(headers.begin(), headers.end(),
+                     [name](const auto& field) { return isSameFieldName(field.first, name); });
+}
+
+FieldList fieldLines(const HeaderList& headers) {
+  FieldList lines;
+  for (const auto& [name, value] : headers) {
+    // "Name:" without a value would take the field away; "Name;" sends it empty.
+    const bool isBlank = value.find_first_not_of(" \t") == std::string::npos;
+    lines.append(isBlank ? name + ";" : name + ": " + value);
+  }
+  for (const std::string ownField : {"Expect", "Content-Type"}) {
+    if (!hasField(headers, ownField)) {
+      lines.append(ownField + ":");
+    }
+  }
+  return lines;
+}
+
+// Spare bytes of the body would be taken for the beginning of the connection's next request.
+bool isLengthMisstated(const UrlRequest& request) {
+  const std::string length = std::to_string(request.body.value_or("").size());
+  return std::any_of(request.headers.begin(), request.headers.end(), [&length](const auto& field) {
+    return isSameFieldName(field.first, "Transfer-Encoding") ||
+           (isSameFieldName(field.first, "Content-Length") && field.second != length);
+  });
+}
+
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  return first == std::string_view::npos
+             ? std::string_view()
+             : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+}  // namespace
+
+class CurlTransfer::Impl {
+ public:
+  explicit Impl(CookieStorage& cookies) : cookies_(cookies) {
+    initialiseCurl();
+    multi_.reset(curl_multi_init());
+    easy_.reset(curl_easy_init());
+    if (multi_ == nullptr || easy_ == nullptr) {
+      throw std::bad_alloc();
+    }
+    prepare();
+  }
+
+  std::optional<TransferAnswer> perform(const UrlRequest& request, const TransferLimits& limits,
+                                        const std::atomic<bool>& abandoned) {
+    answer_ = {};
+    headerSize_ = 0;
+    inHead_ = false;
+    limits_ = &limits;
+    const FieldList fields = fieldLines(request.headers);
+    describe(request, fields, limits);
+    // A partial body comes with its status, too: only a transfer without any error counts.
+    if (run(limits, abandoned) != CURLE_OK) {
+      return std::nullopt;
+    }
+    long status = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+    answer_.statusCode = static_cast<int>(status);
+    const char* target = nullptr;
+    curl_easy_getinfo(easy_.get(), CURLINFO_REDIRECT_URL, &target);
+    if (target != nullptr) {
+      answer_.redirectTarget = target;
+    }
+    return std::move(answer_);
+  }
+
+  void wakeUp() { curl_multi_wakeup(multi_.get()); }
+
+ private:
+  template <typename Value>
+  void set(CURLoption option, Value value) {
+    if (curl_easy_setopt(easy_.get(), option, value) == CURLE_OUT_OF_MEMORY) {
+      throw std::bad_alloc();
+    }
+  }
+
+  // What stays the same for every request. Set once: a reset in between would attach the handle to
+  // the cookies anew, under their lock.
+  void prepare() {
+    set(CURLOPT_SHARE, cookies_.shareHandle());
+    set(CURLOPT_COOKIEFILE, "");  // Without this the shared cookies are neither sent nor stored.
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_PROXY, "");
+    set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    set(CURLOPT_PATH_AS_IS, 1L);
+    set(CURLOPT_ACCEPT_ENCODING, "");
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_QUICK_EXIT, 1L);  // A name look-up that hangs would outlive the time limit.
+    set(CURLOPT_HEADERFUNCTION, &Impl::headerArrived);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &Impl::bodyArrived);
+    set(CURLOPT_WRITEDATA, this);
+  }
+
+  // What differs. All of it is set each time, or the last request's value would hold.
+  void describe(const UrlRequest& request, const FieldList& fields, const TransferLimits& limits) {
+    set(CURLOPT_CONNECTTIMEOUT_MS,
+        static_cast<long>(std::min<milliseconds::rep>(limits.idle.count(), INT_MAX)));
+    set(CURLOPT_URL, request.url.absoluteString().c_str());
+    set(CURLOPT_HTTPHEADER, fields.get());
+    const bool hasBody = request.body.has_value() || request.method == "POST";
+    set(CURLOPT_POSTFIELDS, static_cast<const char*>(nullptr));
+    set(CURLOPT_HTTPGET, 1L);  // Takes back NOBODY and POST, which POSTFIELDS implies even here.
+    if (request.method == "HEAD") {
+      set(CURLOPT_NOBODY, 1L);
+    } else if (hasBody) {
+      set(CURLOPT_POST, 1L);
+      set(CURLOPT_POSTFIELDSIZE_LARGE,
+          static_cast<curl_off_t>(request.body ? request.body->size() : 0));
+      set(CURLOPT_POSTFIELDS, request.body ? request.body->data() : "");
+    }
+    set(CURLOPT_CUSTOMREQUEST, request.method.c_str());
+    // On a kept connection that the peer drops, libcurl would silently send it a second time.
+    set(CURLOPT_FRESH_CONNECT, hasBody || request.sendOnce ? 1L : 0L);
+    set(CURLOPT_FORBID_REUSE, isLengthMisstated(request) ? 1L : 0L);
+  }
+
+  CURLcode run(const TransferLimits& limits, const std::atomic<bool>& abandoned) {
+    if (curl_multi_add_handle(multi_.get(), easy_.get()) != CURLM_OK) {
+      return CURLE_FAILED_INIT;
+    }
+    const auto detach = [this](CURL* handle) { curl_multi_remove_handle(multi_.get(), handle); };
+    const std::unique_ptr<CURL, decltype(detach)> attached(easy_.get(), detach);
+    Clock::time_point lastByte = Clock::now();
+    for (;;) {
+      int running = 0;
+      if (curl_multi_perform(multi_.get(), &running) != CURLM_OK) {
+        return CURLE_FAILED_INIT;
+      }
+      if (running == 0) {
+        break;
+      }
+      const Clock::time_point now = Clock::now();
+      const Clock::time_point end = std::min(lastByte + limits.idle, limits.deadline);
+      if (abandoned || now >= end) {
+        return CURLE_OPERATION_TIMEDOUT;
+      }
+      const auto wait = std::chrono::ceil<milliseconds>(end - now).count();
+      int readySockets = 0;
+      curl_multi_poll(multi_.get(), nullptr, 0,
+                      static_cast<int>(std::min<milliseconds::rep>(wait, INT_MAX)), &readySockets);
+      if (readySockets > 0) {
+        lastByte = Clock::now();
+      }
+    }
+    int left = 0;
+    const CURLMsg* message = curl_multi_info_read(multi_.get(), &left);
+    return message != nullptr && message->msg == CURLMSG_DONE ? message->data.result
+                                                              : CURLE_FAILED_INIT;
+  }
+
+  // The callbacks return another number than they got to fail the transfer.
+  static std::size_t headerArrived(const char* data, std::size_t size, std::size_t count,
+                                   void* self) noexcept {
+    return static_cast<Impl*>(self)->addHeaderLine({data, size * count}) ? size * count : 0;
+  }
+  static std::size_t bodyArrived(const char* data, std::size_t size, std::size_t count,
+                                 void* self) noexcept {
+    return static_cast<Impl*>(self)->addBody({data, size * count}) ? size * count : 0;
+  }
+
+  bool addHeaderLine(std::string_view line) {
+    // Interim answers and trailers count, too: they can be as endless as the head itself.
+    headerSize_ += line.size();
+    if (headerSize_ > limits_->maximumHeaderSize) {
+      return false;
+    }
+    const std::size_t colon = line.find(':');
+    if (isSameFieldName(line.substr(0, colon), "Set-Cookie")) {
+      cookies_.noteChange();  // The engine looks at a line before it comes here.
+    }
+    if (line.starts_with("HTTP/")) {
+      answer_.headers.clear();
+      inHead_ = true;
+    } else if (trimmed(line).empty()) {
+      inHead_ = false;
+    } else if (inHead_ && (line.front() == ' ' || line.front() == '\t')) {
+      if (!answer_.headers.empty()) {  // A continued value (RFC 9112 section 5.2).
+        answer_.headers.back().second.append(" ").append(trimmed(line));
+      }
+    } else if (inHead_ && colon != std::string_view::npos) {
+      answer_.headers.emplace_back(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
+    }
+    return true;
+  }
+
+  bool addBody(std::string_view piece) {
+    std::string& body = answer_.body;
+    if (piece.size() > limits_->maximumBodySize - body.size()) {
+      return false;
+    }
+    if (body.empty()) {
+      body.reserve(kUsualBodySize);
+    }
+    body.append(piece);
+    return true;
+  }
+
+  CookieStorage& cookies_;
+  const TransferLimits* limits_ = nullptr;
+  TransferAnswer answer_;
+  std::size_t headerSize_ = 0;
+  bool inHead_ = false;
+  // The multi handle, which owns the connections, is cleaned up last.
+  std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_{nullptr, &curl_multi_cleanup};
+  std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy_{nullptr, &curl_easy_cleanup};
+};
+
+CurlTransfer::CurlTransfer(CookieStorage& cookies) : impl_(std::make_unique<Impl>(cookies)) {}
+CurlTransfer::~CurlTransfer() = default;
+
+std::optional<TransferAnswer> CurlTransfer::perform(const UrlRequest& request,
+                                                    const TransferLimits& limits,
+                                                    const std::atomic<bool>& abandoned) {
+  return impl_->perform(request, limits, abandoned);
+}
+
+void CurlTransfer::wakeUp() { impl_->wakeUp(); }
+
+}  // namespace veltramoor

@@ -1,0 +1,54 @@
+// One exchange with one server, without redirects.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/UrlLoading.h"
+
+namespace veltramoor {
+
+struct TransferLimits {
+  /// Longest time without a byte moving, and longest time to connect.
+  std::chrono::milliseconds idle;
+  std::chrono::steady_clock::time_point deadline;
+  std::size_t maximumBodySize;
+  std::size_t maximumHeaderSize;
+};
+
+struct TransferAnswer {
+  int statusCode = 0;
+  HeaderList headers;
+  std::string body;
+  /// The absolute URL that a redirect's Location leads to, unescaped.
+  std::optional<std::string> redirectTarget;
+};
+
+/// A libcurl handle with connections of its own, which are kept from one `perform` to the next.
+/// One thread at a time, `wakeUp` excepted.
+class CurlTransfer {
+ public:
+  explicit CurlTransfer(CookieStorage& cookies);
+  ~CurlTransfer();
+  CurlTransfer(const CurlTransfer&) = delete;
+  CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+  /// Blocks until the answer is complete; absent on every failure, and when `abandoned` becomes
+  /// true (which is looked at after each `wakeUp`). The request's header fields must have been
+  /// checked.
+  [[nodiscard]] std::optional<TransferAnswer> perform(const UrlRequest& request,
+                                                      const TransferLimits& limits,
+                                                      const std::atomic<bool>& abandoned);
+  /// Any thread.
+  void wakeUp();
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace veltramoor
