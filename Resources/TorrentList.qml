@@ -26,7 +26,7 @@ FocusScope {
         height: root.table.frame.height
         // The first row begins where the header's touches end, and the last one ends above what
         // of the table reaches below the screen.
-        topMargin: root.header.frame.y + root.header.touchHeight - y
+        topMargin: root.controller.tableTopInset
         bottomMargin: Math.max(0, y + height - root.height)
         model: root.controller.rows
         reuseItems: true

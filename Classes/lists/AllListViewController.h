@@ -35,6 +35,7 @@ class AllListViewController : public ViewController, public HeaderViewDelegate {
   Q_PROPERTY(veltramoor::HeaderView* headerView READ headerView CONSTANT)
   Q_PROPERTY(veltramoor::LoadMoreItemView* loadMoreItem READ loadMoreItem CONSTANT)
   Q_PROPERTY(QRectF bannerFrame READ bannerFrame NOTIFY layoutChanged)
+  Q_PROPERTY(double tableTopInset READ tableTopInset NOTIFY layoutChanged)
   Q_PROPERTY(QString bannerPattern READ bannerPattern NOTIFY layoutChanged)
   Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
@@ -82,6 +83,7 @@ class AllListViewController : public ViewController, public HeaderViewDelegate {
   [[nodiscard]] HeaderView* headerView() { return &headerView_; }
   [[nodiscard]] LoadMoreItemView* loadMoreItem() { return &loadMoreItem_; }
   [[nodiscard]] QRectF bannerFrame() const { return layout_.banner; }
+  [[nodiscard]] double tableTopInset() const { return layout_.tableTopInset; }
   /// Image URL of the pattern behind the banner.
   [[nodiscard]] QString bannerPattern() const;
   /// One line on why the list is empty, or has ended early, and what to do; else "".

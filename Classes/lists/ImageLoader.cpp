@@ -11,8 +11,7 @@ ImageLoader::ImageLoader(std::optional<Url> url, Completion completion)
 void ImageLoader::main() {
   QImage image;
   if (url_) {
-    const UrlResult answer =
-        UrlLoading::sharedInstance().send(UrlRequest{*url_, "GET", {}, {}, {}});
+    const UrlResult answer = UrlLoading::sharedInstance().send({.url = *url_});
     if (answer.data) {
       image = QImage::fromData(QByteArray::fromStdString(*answer.data));
     }

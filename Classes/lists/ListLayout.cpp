@@ -16,7 +16,8 @@ ListLayout listLayout(QSizeF screen, bool pad, double containerHeight, double ta
       pad ? containerHeight - tabBarHeight - 70 : containerHeight - tabBarHeight + 10 - 48;
   return {QRectF(0, 0, screen.width(), banner),
           QRectF(0, banner + kTableBelowBanner, screen.width(), height),
-          QRectF(0, banner, screen.width(), HeaderView::kHeight)};
+          QRectF(0, banner, screen.width(), HeaderView::kHeight),
+          HeaderView::kTouchHeight - kTableBelowBanner};
 }
 
 }  // namespace veltramoor

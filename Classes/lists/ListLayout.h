@@ -12,6 +12,8 @@ struct ListLayout {
   /// Reaches under the header, and may reach below the screen.
   QRectF table;
   QRectF header;
+  /// Height of the table's top that the header's touch area covers; the first row begins below it.
+  double tableTopInset = 0;
 };
 
 /// `containerHeight` is the tab bar controller's view height, `tabBarHeight` that of its bar.

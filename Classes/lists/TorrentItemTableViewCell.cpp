@@ -72,10 +72,11 @@ void TorrentItemTableViewCell::drawContentView(QPainter& painter, const QRectF& 
   if (!waitLbl.isEmpty()) {
     drawWrapped(painter, fonts().small, QRectF(10, 40, 30, rect.height()), waitLbl);
   }
-  const double nameWidth =
-      Device::sharedInstance().isPad() ? Device::sharedInstance().screenSize().width() : 230;
-  const QString name =
-      QFontMetricsF(fonts().name).elidedText(nameLbl, Qt::ElideRight, nameWidth);
+  // A desktop window may be wide without being as high as a tablet.
+  const Device& device = Device::sharedInstance();
+  const double screenWidth = device.screenSize().width();
+  const double nameWidth = device.isPad() || screenWidth >= 600 ? screenWidth : 230;
+  const QString name = QFontMetricsF(fonts().name).elidedText(nameLbl, Qt::ElideRight, nameWidth);
   drawText(painter, fonts().name, 40, 5, name);
   drawText(painter, fonts().small, 40, kLineTop, dateLbl);
   drawText(painter, fonts().small, 120, kLineTop, sizeLbl);

@@ -22,8 +22,7 @@ void showAndWait(const std::string& title, const std::string& message) {
 // The link's own contents: nothing for a magnet link, the file for an http one. Whether it could be
 // had does not decide the send.
 std::optional<std::string> contentsOf(const Url& url) {
-  return url.isHttp() ? UrlLoading::sharedInstance().send(UrlRequest{url, "GET", {}, {}, {}}).data
-                      : std::nullopt;
+  return url.isHttp() ? UrlLoading::sharedInstance().send({.url = url}).data : std::nullopt;
 }
 
 }  // namespace
@@ -54,9 +53,8 @@ void FetchPageDownload::fetch() {
     return;
   }
   if (!DownloadHistory::append(name_)) {
-    showAndWait("Sent, but not remembered.",
-                Preferences::sharedInstance().lastProblem().value_or(
-                    "The download history could not be written."));
+    showAndWait("Sent, but not remembered.", Preferences::sharedInstance().lastProblem().value_or(
+                                                 "The download history could not be written."));
   }
   returnObject_ = name_;
 }

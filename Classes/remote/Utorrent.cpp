@@ -32,6 +32,7 @@ void Utorrent::setSessionId() {
 
 HttpRequest Utorrent::getDownload() const {
   HttpRequest request(getUrl());
+  request.setSendOnce(true);
   request.setExtraHeaders({{"X-Requested-With", "XMLHttpRequest"},
                            {"Accept", "application/json"},
                            {"Accept-Enconding", "gzip,deflate,sdch"},

@@ -25,15 +25,11 @@ constexpr std::string_view kHandsetUserAgent =
 void storeLanguageCookie() {
   const std::string host =
       SiteConfiguration::hostWithoutPort(SiteConfiguration::current().defaultSiteHost);
-  CookieStorage::sharedInstance().atomically([&host](CookieStorage& store) {
-    const std::string domain = "." + host;
-    store.erase({domain, host}, "language");
-    Cookie language;
-    language.name = "language";
-    language.value = "en_EN";
-    language.domain = domain;
-    store.insert(language);
-  });
+  Cookie language;
+  language.name = "language";
+  language.value = "en_EN";
+  language.domain = "." + host;
+  CookieStorage::sharedInstance().keepOnly({language.domain, host}, language);
 }
 
 }  // namespace
@@ -46,7 +42,7 @@ bool HttpRequest::isResponseValid() const {
 }
 
 UrlRequest HttpRequest::urlRequest() const {
-  UrlRequest request{*url_, type_, {}, body_, std::nullopt};
+  UrlRequest request{.url = *url_, .method = type_, .body = body_, .sendOnce = sendOnce_};
   HeaderList& headers = request.headers;
   if (type_ == "POST" && !body_ && client_) {
     headers.emplace_back("Content-Type",
@@ -78,7 +74,7 @@ UrlRequest HttpRequest::urlRequest() const {
 void HttpRequest::request() {
   urlResponse_.reset();
   responseData_.reset();
-  result_.reset();
+  setResult(std::nullopt);
   headers_.reset();
   if (!url_) {
     return;
@@ -88,9 +84,7 @@ void HttpRequest::request() {
   urlResponse_ = std::move(outcome.response);
   responseData_ = std::move(outcome.data);
   // ASCII, the fallback for what is not UTF-8, is a part of it: one check serves both.
-  if (responseData_ && isValidUtf8(*responseData_)) {
-    result_ = responseData_;
-  }
+  isResultData_ = responseData_ && isValidUtf8(*responseData_);
   if (urlResponse_) {
     headers_ = urlResponse_->headers;
   }

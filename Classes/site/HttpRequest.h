@@ -74,13 +74,27 @@ class HttpRequest {
   [[nodiscard]] const HeaderList& extraHeaders() const { return extraHeaders_; }
   void setExtraHeaders(HeaderList headers) { extraHeaders_ = std::move(headers); }
 
+  /// For a GET that has an effect at the server: never sent again by itself on a kept connection
+  /// that the server dropped.
+  void setSendOnce(bool once) { sendOnce_ = once; }
+
   /// Absent when no response was had.
   [[nodiscard]] const std::optional<UrlResponse>& urlResponse() const { return urlResponse_; }
   [[nodiscard]] const std::optional<std::string>& responseData() const { return responseData_; }
-  void setResponseData(std::optional<std::string> bytes) { responseData_ = std::move(bytes); }
+  void setResponseData(std::optional<std::string> bytes) {
+    if (isResultData_) {
+      setResult(std::move(responseData_));
+    }
+    responseData_ = std::move(bytes);
+  }
   /// The body as text; absent when there is none or it is not UTF-8. Always well-formed UTF-8.
-  [[nodiscard]] const std::optional<std::string>& result() const { return result_; }
-  void setResult(std::optional<std::string> text) { result_ = std::move(text); }
+  [[nodiscard]] const std::optional<std::string>& result() const {
+    return isResultData_ ? responseData_ : result_;
+  }
+  void setResult(std::optional<std::string> text) {
+    result_ = std::move(text);
+    isResultData_ = false;
+  }
   [[nodiscard]] const std::optional<HeaderList>& headers() const { return headers_; }
 
  private:
@@ -95,10 +109,14 @@ class HttpRequest {
   std::optional<std::string> password_;
   int timeout_ = 0;
   bool overwriteUserAgent_ = true;
+  bool sendOnce_ = false;
   HeaderList extraHeaders_;
   std::optional<UrlResponse> urlResponse_;
   std::optional<std::string> responseData_;
   std::optional<std::string> result_;
+  // The text is the very bytes that came, and not kept twice: a second copy of every page is enough
+  // to make the C library return the memory to the kernel after each, at the cost of an exchange.
+  bool isResultData_ = false;
   std::optional<HeaderList> headers_;
 };
 

@@ -84,15 +84,16 @@ int main(int argc, char** argv) {
     {
       QQmlApplicationEngine engine;
       engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+      if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size")));
+          size.isValid()) {
+        engine.setInitialProperties(
+            {{QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}});
+      }
       engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
       auto* window = engine.rootObjects().isEmpty()
                          ? nullptr
                          : qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
       if (window != nullptr) {
-        if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size")));
-            size.isValid()) {
-          window->resize(size);
-        }
         if (parser.isSet(QStringLiteral("report-first-frame"))) {
           reportFirstFrame(window);
         }

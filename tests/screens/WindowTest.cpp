@@ -168,7 +168,12 @@ TEST_F(WindowTest, TheHeaderTakesTouchesOnlyAtItsTop) {
   EXPECT_EQ(table->property("currentIndex").toInt(), -1);
   app.click(header, {150, 50});
   EXPECT_EQ(table->property("currentIndex").toInt(), 0) << "a touch below goes to the first row";
-  EXPECT_EQ(app.row(0)->mapToItem(header, QPointF()).y(), 45) << "no row hides under the header";
+  for (const QSize size : {QSize(360, 720), QSize(768, 1024), QSize(500, 480), QSize(1000, 500)}) {
+    app.window()->resize(size);
+    ASSERT_TRUE(waitFor([&] { return header->width() == size.width(); }));
+    EXPECT_EQ(app.row(0)->mapToItem(header, QPointF()).y(), 45)
+        << "no row hides under the header at a width of " << size.width();
+  }
 }
 
 // 3,000 rows from end to end: what is drawn with is a screenful, whatever the list holds.
