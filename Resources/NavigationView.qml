@@ -5,6 +5,7 @@ import Veltramoor
 FocusScope {
     id: root
     objectName: "navigationView"
+    focus: true
 
     required property NavigationController controller
 

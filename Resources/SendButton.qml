@@ -6,6 +6,7 @@ Pressable {
     id: root
 
     property color plate: Theme.row
+    property bool sent: false
 
     width: 45
 
@@ -20,5 +21,13 @@ Pressable {
         width: 25
         height: 25
         source: App.imageUrl("download.png")
+        opacity: root.sent ? 0.5 : 1
+    }
+
+    Image {
+        objectName: "sentMark"
+        anchors { right: parent.right; rightMargin: 5; bottom: parent.bottom; bottomMargin: 3 }
+        visible: root.sent
+        source: App.imageUrl("sent.png")
     }
 }

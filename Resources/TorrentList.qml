@@ -5,6 +5,7 @@ import Veltramoor
 FocusScope {
     id: root
     objectName: "torrentList"
+    focus: true
 
     required property AllListViewController controller
 
@@ -38,6 +39,10 @@ FocusScope {
         interactive: root.table.scrollEnabled
         boundsBehavior: Flickable.StopAtBounds
         currentIndex: -1
+        // Keys keep the current row where it can be seen.
+        highlightRangeMode: ListView.ApplyRange
+        preferredHighlightBegin: topMargin
+        preferredHighlightEnd: height - bottomMargin
 
         Accessible.role: Accessible.List
         Accessible.name: root.controller.title
@@ -47,15 +52,14 @@ FocusScope {
             width: list.width
         }
 
-        onActiveFocusChanged: {
-            if (activeFocus && currentIndex < 0 && count > 0)
-                currentIndex = 0
-        }
+        // The ring around the current row is for who uses keys.
+        property bool keyboardInUse: false
 
         Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
         Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
         Keys.onSpacePressed: root.controller.didTapDownloadButton(currentIndex)
         Keys.onPressed: event => {
+            keyboardInUse = true
             switch (event.key) {
             case Qt.Key_Home: currentIndex = 0; break
             case Qt.Key_End: currentIndex = count - 1; break

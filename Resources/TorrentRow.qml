@@ -11,6 +11,7 @@ Item {
     required property bool loadMore
     required property int revision
     required property string summary
+    required property bool sent
     required property AllListViewController controller
 
     height: 37
@@ -29,6 +30,7 @@ Item {
     Accessible.onPressAction: controller.didSelectRowAtIndexPath(index)
 
     readonly property bool current: ListView.isCurrentItem && ListView.view.activeFocus
+                                    && ListView.view.keyboardInUse
 
     Rectangle {
         anchors.fill: parent
@@ -56,6 +58,7 @@ Item {
         id: area
         anchors.fill: parent
         onClicked: {
+            root.ListView.view.keyboardInUse = false
             root.ListView.view.currentIndex = root.index
             root.controller.didSelectRowAtIndexPath(root.index)
         }
@@ -66,6 +69,7 @@ Item {
         visible: !root.loadMore
         anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
         plate: torrentCell.highlighted ? Theme.rowPressed : Theme.row
+        sent: root.sent
         label: qsTr("Send %1 to your computer").arg(root.summary)
         activeFocusOnTab: root.current
         onClicked: root.controller.didTapDownloadButton(root.index)

@@ -44,13 +44,15 @@ QVariant TorrentTableModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return loadMore ? tr("Load more")
                       : summaryOf((*torrents_)[static_cast<std::size_t>(index.row())]);
+    case SentRole:
+      return !loadMore && (*torrents_)[static_cast<std::size_t>(index.row())].isDownloaded;
     default:
       return {};
   }
 }
 
 QHash<int, QByteArray> TorrentTableModel::roleNames() const {
-  return {{LoadMoreRole, "loadMore"}, {RevisionRole, "revision"}, {SummaryRole, "summary"}};
+  return {{LoadMoreRole, "loadMore"}, {RevisionRole, "revision"}, {SummaryRole, "summary"}, {SentRole, "sent"}};
 }
 
 void TorrentTableModel::clear() {

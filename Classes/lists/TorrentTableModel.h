@@ -23,6 +23,8 @@ class TorrentTableModel : public QAbstractListModel {
     RevisionRole,
     /// The row in words, for assistive technology.
     SummaryRole,
+    /// Whether the torrent has been sent.
+    SentRole,
   };
 
   using QAbstractListModel::QAbstractListModel;

@@ -116,6 +116,8 @@ TEST_F(WindowTest, OneTapSendsARowAndARestartStillMarksIt) {
     ASSERT_TRUE(waitFor([&] { return app.list().rows()->torrents()->at(2).isDownloaded; }));
     EXPECT_FALSE(app.item("sendingOverlay")->isVisible());
     EXPECT_FALSE(app.alert().isVisible());
+    EXPECT_TRUE(itemNamed(app.row(2), QStringLiteral("sentMark"))->isVisible());
+    EXPECT_FALSE(itemNamed(app.row(3), QStringLiteral("sentMark"))->isVisible());
   }
   EXPECT_EQ(DownloadHistory::names(), std::vector<std::string>{name});
   EXPECT_EQ(daemon.listing().find("Sum:") != std::string::npos, true);
@@ -147,11 +149,16 @@ TEST_F(WindowTest, WorksByKeyboardAlone) {
   configure(std::to_string(client.port()));
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
-  app.item("torrentTable")->forceActiveFocus();
   app.type(Qt::Key_Home);
   app.type(Qt::Key_Down);
   app.type(Qt::Key_Space);
   ASSERT_TRUE(waitFor([&] { return app.list().rows()->torrents()->at(1).isDownloaded; }));
+  for (int i = 0; i < 25; ++i) {
+    app.type(Qt::Key_Down);
+  }
+  EXPECT_TRUE(waitFor([&] {
+    return app.row(26)->mapToScene(QPointF(0, 37)).y() <= app.window()->height();
+  })) << "the current row stays on the screen";
   app.type(Qt::Key_End);
   app.type(Qt::Key_Return);
   ASSERT_TRUE(app.waitForRows(60)) << "the last row asks for more";
