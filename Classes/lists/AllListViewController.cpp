@@ -47,8 +47,8 @@ void AllListViewController::loadView() {
   const Device& device = Device::sharedInstance();
   const double tabBarHeight =
       tabBarController() == nullptr ? 0 : tabBarController()->tabBarHeight();
-  layout_ = listLayout(device.screenSize(), device.isPad(), device.screenSize().height(),
-                       tabBarHeight);
+  layout_ =
+      listLayout(device.screenSize(), device.isPad(), device.screenSize().height(), tabBarHeight);
   tableView_.setFrame(layout_.table);
   headerView_.setFrame(layout_.header);
   emit layoutChanged();
@@ -77,9 +77,8 @@ bool AllListViewController::hasBackgroundWork() const {
 std::optional<Url> AllListViewController::pageUrl(int page) {
   const Preferences& preferences = Preferences::sharedInstance();
   myCategories_ = preferences.string(PreferencesKeys::recentCategory);
-  const std::string order =
-      sortedOrder(preferences.string(PreferencesKeys::recentOrderBy),
-                  preferences.string(PreferencesKeys::recentSortBy));
+  const std::string order = sortedOrder(preferences.string(PreferencesKeys::recentOrderBy),
+                                        preferences.string(PreferencesKeys::recentSortBy));
   const std::string& host = SiteConfiguration::current().siteHost;
   if (isSet(myCategories_) && *myCategories_ != "0") {
     return Url::parse(fmt::format("http://{}/browse/{}/{}/{}/", host, *myCategories_, page, order));
@@ -175,10 +174,9 @@ void AllListViewController::reloadHeaderView() {
 void AllListViewController::setSendingText(bool plural) {
   loadingTorrent_ = &SendingTorrentIndicator::sharedInstance();
   loadingTorrent_->setParentView(applicationWindow());
-  loadingTorrent_->setString(
-      QStringLiteral("Sending %1 torrent%2 to server")
-          .arg(plural ? QString::number(sendingTorrentCount_) : QString(),
-               plural ? QStringLiteral("s") : QString()));
+  loadingTorrent_->setString(QStringLiteral("Sending %1 torrent%2 to server")
+                                 .arg(plural ? QString::number(sendingTorrentCount_) : QString(),
+                                      plural ? QStringLiteral("s") : QString()));
   loadingTorrent_->setOffset(50);
   loadingTorrent_->showLoadingIndicators();
 }

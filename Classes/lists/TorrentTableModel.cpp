@@ -6,10 +6,11 @@ namespace veltramoor {
 namespace {
 
 QString summaryOf(const Torrent& torrent) {
-  QString text = QStringLiteral("%1, %2, %3, %4 seeders, %5 leechers")
-                     .arg(QString::fromStdString(torrent.name), QString::fromStdString(torrent.size),
-                          QString::fromStdString(torrent.date), QString::fromStdString(torrent.up),
-                          QString::fromStdString(torrent.down));
+  QString text =
+      QStringLiteral("%1, %2, %3, %4 seeders, %5 leechers")
+          .arg(QString::fromStdString(torrent.name), QString::fromStdString(torrent.size),
+               QString::fromStdString(torrent.date), QString::fromStdString(torrent.up),
+               QString::fromStdString(torrent.down));
   if (torrent.isDownloaded) {
     text += QStringLiteral(", sent");
   }
@@ -52,7 +53,10 @@ QVariant TorrentTableModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> TorrentTableModel::roleNames() const {
-  return {{LoadMoreRole, "loadMore"}, {RevisionRole, "revision"}, {SummaryRole, "summary"}, {SentRole, "sent"}};
+  return {{LoadMoreRole, "loadMore"},
+          {RevisionRole, "revision"},
+          {SummaryRole, "summary"},
+          {SentRole, "sent"}};
 }
 
 void TorrentTableModel::clear() {

@@ -83,9 +83,9 @@ std::optional<Url> BitClient::getWebUrl() const { return urlWithPath("/"); }
 HttpRequest BitClient::getDownload() const {
   HttpRequest request(urlWithPath("/transmission/rpc"));
   // The file name goes in as it is: one with a quote makes invalid JSON, which the server refuses.
-  const std::string body = fmt::format(
-      R"({{"method":"torrent-add","arguments":{{"paused":false,"filename":"{}"}}}})",
-      formatted(filename));
+  const std::string body =
+      fmt::format(R"({{"method":"torrent-add","arguments":{{"paused":false,"filename":"{}"}}}})",
+                  formatted(filename));
   request.setType("POST");
   HeaderList headers = {
       {"X-Requested-With", "XMLHttpRequest"},

@@ -21,9 +21,8 @@ void Transmission::setSessionId() {
   request.setUsername(username);
   request.setPassword(password);
   request.request();
-  setSessionId(request.urlResponse()
-                   ? request.urlResponse()->header("X-Transmission-Session-Id")
-                   : std::nullopt);
+  setSessionId(request.urlResponse() ? request.urlResponse()->header("X-Transmission-Session-Id")
+                                     : std::nullopt);
 }
 
 }  // namespace veltramoor

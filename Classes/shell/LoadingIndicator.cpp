@@ -73,9 +73,9 @@ void LoadingIndicator::sizeFrame() {
   wheelFrame_ = {left, (box.height() - kWheelSide) / 2, kWheelSide, kWheelSide};
   labelFrame_ = {QPointF(kWheelSide + left + kGap, (box.height() - label.height()) / 2), label};
   const QSizeF parent = shownOn_ != nullptr ? shownOn_->frame().size() : box;
-  boxFrame_ = {QPointF((parent.width() - box.width()) / 2,
-                       (parent.height() - box.height()) / 2 + offset_),
-               box};
+  boxFrame_ = {
+      QPointF((parent.width() - box.width()) / 2, (parent.height() - box.height()) / 2 + offset_),
+      box};
   emit changed();
 }
 

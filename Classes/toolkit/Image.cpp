@@ -41,8 +41,6 @@ QImage imageNamed(const QString& name) {
   return {};
 }
 
-QString imageUrl(const QString& name) {
-  return QStringLiteral("qrc") + pathOf(fileOf(name), 1);
-}
+QString imageUrl(const QString& name) { return QStringLiteral("qrc") + pathOf(fileOf(name), 1); }
 
 }  // namespace veltramoor

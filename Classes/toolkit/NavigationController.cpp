@@ -82,9 +82,8 @@ void NavigationController::viewWillAppear() { topViewController()->viewWillAppea
 void NavigationController::viewWillDisappear() { topViewController()->viewWillDisappear(); }
 
 bool NavigationController::hasBackgroundWork() const {
-  return std::ranges::any_of(stack_.controllers(), [](const auto& controller) {
-    return controller->hasBackgroundWork();
-  });
+  return std::ranges::any_of(
+      stack_.controllers(), [](const auto& controller) { return controller->hasBackgroundWork(); });
 }
 
 }  // namespace veltramoor

@@ -48,8 +48,8 @@ std::string printable(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);
     // U+0080 to U+009F, which some terminals obey as well, are 0xC2 and 0x80 to 0x9F in UTF-8.
-    const bool c1 = byte == 0xC2 && i + 1 < text.size() &&
-                    static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    const bool c1 =
+        byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
     if (byte < 0x20 || byte == 0x7F || c1) {
       result += '?';
       i += c1 ? 1 : 0;

@@ -122,8 +122,8 @@ TEST(BitClientTest, UtorrentTakesTheTokenOrTheWholePage) {
   client.setSessionId();
   EXPECT_EQ(client.sessionId(), "T-1");
   EXPECT_EQ(own(server.requests()[0]),
-            (Lines{"Content-Type: text/html", "X-Requested-With: XMLHttpRequest",
-                   "X-Request: JSON", "Authorization: Basic dTpw"}));
+            (Lines{"Content-Type: text/html", "X-Requested-With: XMLHttpRequest", "X-Request: JSON",
+                   "Authorization: Basic dTpw"}));
   HttpRequest add = client.getDownload();
   add.request();
   EXPECT_EQ(server.requests()[1].target, "/gui/?token=T-1&action=add-url&s=magnet:?xt=a&dn=b");

@@ -23,7 +23,8 @@ struct Row {
 
 std::string html(const Row& row) {
   return fmt::format(
-      "<tr>\n<td class=\"t\"><a href=\"/browse/{}\">c</a></td>\n<td><a href=\"{}\" class=\"d\">{}</a>"
+      "<tr>\n<td class=\"t\"><a href=\"/browse/{}\">c</a></td>\n<td><a href=\"{}\" "
+      "class=\"d\">{}</a>"
       "\n<a href=\"{}\">m</a>\n<font>{} ULed by x</font></td>\n<td align=\"right\">{}</td>\n"
       "<td align=\"right\">{}</td>\n</tr>\n",
       row.category, row.path, row.name, row.link, row.words, row.up, row.down);
