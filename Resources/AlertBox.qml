@@ -75,11 +75,13 @@ FocusScope {
                     required property string modelData
 
                     objectName: "alertButton" + index
-                    width: content.width
+                    width: parent.width
                     height: Theme.touchTarget
                     focus: index === 0
                     label: modelData
+                    // qmllint disable unqualified
                     onClicked: root.alert.dismissWithButtonIndex(index)
+                    // qmllint enable unqualified
 
                     Rectangle {
                         z: -1

@@ -88,7 +88,7 @@ Item {
                 onClicked: root.header.refresh()
 
                 Shortcut {
-                    sequences: [StandardKey.Refresh]
+                    sequences: ["F5", "Ctrl+R"]
                     onActivated: root.header.refresh()
                     enabled: root.header.refreshBtn.enabled
                 }

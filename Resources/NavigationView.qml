@@ -16,7 +16,9 @@ FocusScope {
             required property int index
 
             anchors.fill: parent
+            // qmllint disable unqualified
             visible: index === root.controller.depth - 1
+            // qmllint enable unqualified
             focus: visible
         }
     }

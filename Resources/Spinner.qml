@@ -11,6 +11,7 @@ Item {
     Repeater {
         model: 12
 
+        // qmllint disable unqualified
         Rectangle {
             required property int index
 
@@ -27,6 +28,7 @@ Item {
                 angle: index * 30
             }
         }
+        // qmllint enable unqualified
     }
 
     Timer {

@@ -47,10 +47,17 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.controller.title
 
+        // qmllint disable unqualified
         delegate: TorrentRow {
             controller: root.controller
+            keyboardInUse: list.keyboardInUse
             width: list.width
+            onTouched: {
+                list.keyboardInUse = false
+                list.currentIndex = index
+            }
         }
+        // qmllint enable unqualified
 
         // The ring around the current row is for who uses keys.
         property bool keyboardInUse: false

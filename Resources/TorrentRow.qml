@@ -13,6 +13,9 @@ Item {
     required property string summary
     required property bool sent
     required property AllListViewController controller
+    required property bool keyboardInUse
+
+    signal touched()
 
     height: 37
 
@@ -30,7 +33,7 @@ Item {
     Accessible.onPressAction: controller.didSelectRowAtIndexPath(index)
 
     readonly property bool current: ListView.isCurrentItem && ListView.view.activeFocus
-                                    && ListView.view.keyboardInUse
+                                    && keyboardInUse
 
     Rectangle {
         anchors.fill: parent
@@ -58,8 +61,7 @@ Item {
         id: area
         anchors.fill: parent
         onClicked: {
-            root.ListView.view.keyboardInUse = false
-            root.ListView.view.currentIndex = root.index
+            root.touched()
             root.controller.didSelectRowAtIndexPath(root.index)
         }
     }

@@ -28,7 +28,7 @@ enum class TableViewStyle { Plain };
 
 /// Fetches pages one after another, shows their rows, and sends torrents to the person's client.
 /// Page fetches and sends share a queue of one, so they never overlap. Main thread only.
-class AllListViewController : public ViewController, public HeaderViewDelegate {
+class AllListViewController : public veltramoor::ViewController, public HeaderViewDelegate {
   Q_OBJECT
   Q_PROPERTY(veltramoor::TorrentTableModel* rows READ rows CONSTANT)
   Q_PROPERTY(veltramoor::TableView* tableView READ tableView CONSTANT)

@@ -9,7 +9,7 @@
 namespace veltramoor {
 
 /// What a row shows, at fixed places. Filled by the list, which then calls `setNeedsDisplay`.
-class TorrentItemTableViewCell : public FlatTableViewCell {
+class TorrentItemTableViewCell : public veltramoor::FlatTableViewCell {
   Q_OBJECT
 
  public:

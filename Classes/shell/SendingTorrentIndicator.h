@@ -6,7 +6,7 @@
 namespace veltramoor {
 
 /// A second indicator beside the loading one, with the same behaviour.
-class SendingTorrentIndicator final : public LoadingIndicator {
+class SendingTorrentIndicator final : public veltramoor::LoadingIndicator {
   Q_OBJECT
 
  public:

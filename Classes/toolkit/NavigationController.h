@@ -32,7 +32,7 @@ class ViewControllerStack : public QAbstractListModel {
 };
 
 /// Shows the topmost screen of its stack, with a bar that leads back.
-class NavigationController : public ViewController {
+class NavigationController : public veltramoor::ViewController {
   Q_OBJECT
   Q_PROPERTY(veltramoor::ViewControllerStack* stack READ stack CONSTANT)
   Q_PROPERTY(
