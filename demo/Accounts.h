@@ -17,7 +17,7 @@ struct DemoAccount {
   std::string_view status;
 };
 
-/// The accounts and their sessions. Session cookies follow from the seed and the account, so that a
+/// The accounts and their sessions. Session cookies follow from seed and account, so that a
 /// session survives a restart of the site. Thread-safe.
 class Accounts {
  public:
