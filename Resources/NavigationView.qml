@@ -22,4 +22,11 @@ FocusScope {
             focus: visible
         }
     }
+
+    NavigationBar {
+        width: parent.width
+        visible: !root.controller.navigationBarHidden
+        title: root.controller.topViewController.title
+        onBack: root.controller.popViewController()
+    }
 }

@@ -14,6 +14,7 @@
 #include "lists/LoadMoreItemView.h"
 #include "lists/TorrentItemTableViewCell.h"
 #include "lists/TorrentTableModel.h"
+#include "settings/DisplaySettingsViewController.h"
 #include "shell/LoadingIndicator.h"
 #include "shell/RoundedRectView.h"
 #include "shell/SendingTorrentIndicator.h"
@@ -22,6 +23,7 @@
 #include "toolkit/Button.h"
 #include "toolkit/Device.h"
 #include "toolkit/NavigationController.h"
+#include "toolkit/SegmentedControl.h"
 #include "toolkit/TabBarItem.h"
 #include "toolkit/TableView.h"
 #include "toolkit/View.h"
@@ -55,6 +57,20 @@ struct DeviceUsed {
   Q_GADGET
   QML_FOREIGN(veltramoor::Device)
   QML_NAMED_ELEMENT(Device)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct DisplaySettingsViewControllerUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::DisplaySettingsViewController)
+  QML_NAMED_ELEMENT(DisplaySettingsViewController)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct SegmentedControlUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::SegmentedControl)
+  QML_NAMED_ELEMENT(SegmentedControl)
   QML_UNCREATABLE("made by the application")
 };
 

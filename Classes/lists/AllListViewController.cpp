@@ -8,6 +8,7 @@
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "remote/FetchPageDownload.h"
+#include "settings/RecentDisplaySettingsViewController.h"
 #include "shell/ApplicationWindow.h"
 #include "shell/LoadingIndicator.h"
 #include "shell/SendingTorrentIndicator.h"
@@ -33,6 +34,7 @@ AllListViewController::AllListViewController(TableViewStyle)
     : ViewController(QStringLiteral("TorrentList.qml")),
       images_([this](const QString& url) { startImageLoad(url); }) {
   headerView_.setParentDelegate(this);
+  headerView_.settingsBtn()->setHidden(false);
   setTitle(tr("Recent Torrents"));
   tabBarItem()->set(tr("Recents"), QStringLiteral("tabbar-all.png"), 0);
   connect(&Device::sharedInstance(), &Device::changed, this, &AllListViewController::loadView);
@@ -156,6 +158,13 @@ void AllListViewController::didRefresh() {
   tableView_.setScrollEnabled(false);
   refreshed_ = true;
   fetchPage(0);
+}
+
+void AllListViewController::didSettings() {
+  if (navigationController() != nullptr) {
+    navigationController()->pushViewController(
+        RecentDisplaySettingsViewController::sharedInstance());
+  }
 }
 
 void AllListViewController::didSelectProfile(const std::optional<QString>& username) {

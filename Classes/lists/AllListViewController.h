@@ -62,6 +62,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   // HeaderViewDelegate
   void didSelectProfile(const std::optional<QString>& username) override;
   void didRefresh() override;
+  void didSettings() override;
 
   void reloadHeaderView();
   /// The send button of the row `tag`.

@@ -81,6 +81,9 @@ class Application {
   void click(QQuickItem* target, QPointF at = {-1, -1}) const {
     ASSERT_NE(target, nullptr);
     const QPointF local = at.x() < 0 ? target->boundingRect().center() : at;
+    // Rows of buttons are laid out with the next frame.
+    ASSERT_TRUE(waitFor(
+        [&] { return QRectF(QPointF(), window_->size()).contains(target->mapToScene(local)); }));
     QTest::mouseClick(window_, Qt::LeftButton, {}, target->mapToScene(local).toPoint());
   }
   void tapSend(int index) const { click(itemNamed(row(index), QStringLiteral("sendButton"))); }
@@ -171,6 +174,7 @@ TEST_F(WindowTest, TheHeaderTakesTouchesOnlyAtItsTop) {
   ASSERT_TRUE(app.waitForRows(30));
   QQuickItem* header = app.item("headerView");
   QQuickItem* table = app.item("torrentTable");
+  ASSERT_NE(app.row(0), nullptr);
   app.click(header, {150, 44});
   EXPECT_EQ(table->property("currentIndex").toInt(), -1);
   app.click(header, {150, 50});
@@ -181,6 +185,38 @@ TEST_F(WindowTest, TheHeaderTakesTouchesOnlyAtItsTop) {
     EXPECT_EQ(app.row(0)->mapToItem(header, QPointF()).y(), 45)
         << "no row hides under the header at a width of " << size.width();
   }
+}
+
+TEST_F(WindowTest, TheSettingsChangeWhatTheNextRequestAsksFor) {
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  app.click(app.item("settingsBtn"));
+  ASSERT_TRUE(waitFor([&] { return app.item("groupWheel") != nullptr; }));
+  EXPECT_TRUE(app.item("navigationBar")->isVisible());
+  EXPECT_EQ(store_.string("Veltramoor_recentCategory"), "0") << "opening alone stores this";
+  EXPECT_EQ(store_.string("Veltramoor_recentOrderBy"), std::nullopt);
+  QQuickItem* groups = app.item("groupWheel");
+  groups->forceActiveFocus();
+  app.type(Qt::Key_Down);
+  app.type(Qt::Key_Down);
+  EXPECT_EQ(store_.string("Veltramoor_recentCategory"), "200");
+  app.item("memberWheel")->forceActiveFocus();
+  for (int i = 0; i < 5; ++i) {
+    app.type(Qt::Key_Down);
+  }
+  EXPECT_EQ(store_.string("Veltramoor_recentCategory"), "205");
+  app.click(app.item("orderControl2"));
+  app.click(app.item("sortControl1"));
+  EXPECT_EQ(store_.string("Veltramoor_recentOrderBy"), "7");
+  app.item("groupWheel")->forceActiveFocus();
+  app.type(Qt::Key_Escape);
+  ASSERT_TRUE(waitFor([&] { return app.item("groupWheel") == nullptr; }));
+  EXPECT_FALSE(app.item("navigationBar")->isVisible());
+  EXPECT_EQ(site_.log().size(), 1U) << "coming back fetches nothing";
+  app.click(app.item("refreshBtn"));
+  ASSERT_TRUE(waitFor([&] { return site_.log().size() == 2; }));
+  EXPECT_EQ(site_.log().back().target, "/browse/205/0/8/");
+  ASSERT_TRUE(waitFor([&] { return app.list().tableView()->allowsSelection(); }));
 }
 
 // 3,000 rows from end to end: what is drawn with is a screenful, whatever the list holds.

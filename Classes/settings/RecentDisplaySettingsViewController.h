@@ -1,0 +1,24 @@
+// The recent list's choices.
+#pragma once
+
+#include <memory>
+
+#include "settings/DisplaySettingsViewController.h"
+
+namespace veltramoor {
+
+/// Without a category the site sorts the recent torrents by date alone: choosing the group "All"
+/// shows that and holds the other choices back. What is stored stays.
+class RecentDisplaySettingsViewController : public veltramoor::DisplaySettingsViewController {
+  Q_OBJECT
+
+ public:
+  RecentDisplaySettingsViewController();
+
+  /// Made on first use; shows the stored choices of that moment and the person's since then.
+  static std::shared_ptr<RecentDisplaySettingsViewController> sharedInstance();
+
+  void didSelectRow(int row, int component) override;
+};
+
+}  // namespace veltramoor
