@@ -208,7 +208,7 @@ class CookieStorage::Impl {
   std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> handle_{nullptr, &curl_easy_cleanup};
 };
 
-CookieStorage::CookieStorage(std::optional<std::filesystem::path> stateFile)
+CookieStorage::CookieStorage(const std::optional<std::filesystem::path>& stateFile)
     : impl_(std::make_unique<Impl>(stateFile)) {}
 
 CookieStorage::~CookieStorage() = default;

@@ -31,7 +31,7 @@ struct Cookie {
 class CookieStorage {
  public:
   /// Restores the cookies of `stateFile`; absent: in memory only (tests).
-  explicit CookieStorage(std::optional<std::filesystem::path> stateFile);
+  explicit CookieStorage(const std::optional<std::filesystem::path>& stateFile);
   ~CookieStorage();
   CookieStorage(const CookieStorage&) = delete;
   CookieStorage& operator=(const CookieStorage&) = delete;

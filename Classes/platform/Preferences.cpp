@@ -158,7 +158,7 @@ class Preferences::Impl {
       *database_, "INSERT INTO preference_elements (key, position, value) VALUES (?, ?, ?)"};
 };
 
-Preferences::Preferences(std::optional<std::filesystem::path> stateFile)
+Preferences::Preferences(const std::optional<std::filesystem::path>& stateFile)
     : impl_(std::make_unique<Impl>(openStateFile(stateFile))) {}
 
 Preferences::~Preferences() = default;

@@ -18,7 +18,7 @@ namespace veltramoor {
 class Preferences {
  public:
   /// Opens `stateFile` (see StateFile.h for what can go wrong); absent: in memory (tests).
-  explicit Preferences(std::optional<std::filesystem::path> stateFile);
+  explicit Preferences(const std::optional<std::filesystem::path>& stateFile);
   ~Preferences();
   Preferences(const Preferences&) = delete;
   Preferences& operator=(const Preferences&) = delete;

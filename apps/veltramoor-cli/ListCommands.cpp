@@ -35,7 +35,7 @@ std::shared_ptr<AllListViewController> recentList() {
 }
 
 bool load(Terminal& terminal, AllListViewController& list, int page) {
-  return terminal.wait([&](std::function<void(bool)> done) {
+  return terminal.wait([&](const std::function<void(bool)>& done) {
     QObject::connect(&list, &AllListViewController::pageLoaded, &list, done);
     list.fetchPage(page);
   });
@@ -92,7 +92,7 @@ int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool js
                                          arguments.page, row, torrents.size()));
   }
   const std::string name = torrents[static_cast<std::size_t>(row) - 1].name;
-  const bool sent = terminal.wait([&](std::function<void(bool)> done) {
+  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
     QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done);
     list->didTapDownloadButton(row - 1);
   });
@@ -103,7 +103,7 @@ int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
   const std::string link = stringByAddingPercentEscapes(arguments.what);
   const std::string name = arguments.name.value_or(nameOfMagnet(arguments.what));
   OperationQueue queue(1);
-  const bool sent = terminal.wait([&](std::function<void(bool)> done) {
+  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
     queue.addOperation(std::make_shared<FetchPageDownload>(
         Url::parse(link), name,
         [done](const std::optional<std::string>& accepted) { done(accepted.has_value()); }));

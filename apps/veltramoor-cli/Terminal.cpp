@@ -24,7 +24,7 @@ Terminal::~Terminal() {
 
 void Terminal::show(Alert alert) { alertText_ = alert.title + " " + alert.message; }
 
-bool Terminal::wait(const std::function<void(std::function<void(bool)>)>& begin) {
+bool Terminal::wait(const std::function<void(const std::function<void(bool)>&)>& begin) {
   QEventLoop loop;
   std::optional<bool> outcome;
   begin([&](bool done) {

@@ -29,7 +29,7 @@ class Terminal final : public AlertPresenter {
   [[nodiscard]] const std::optional<std::string>& alertText() const { return alertText_; }
 
   /// Runs the event loop until `begin`'s argument is called with the outcome.
-  bool wait(const std::function<void(std::function<void(bool)>)>& begin);
+  bool wait(const std::function<void(const std::function<void(bool)>&)>& begin);
 
  private:
   std::optional<std::string> alertText_;
