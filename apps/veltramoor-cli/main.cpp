@@ -6,6 +6,7 @@
 
 #include "Commands.h"
 #include "platform/Bundle.h"
+#include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/StateFile.h"
 
@@ -69,6 +70,9 @@ int run(int argc, char** argv) {
   }
   SiteConfiguration::setCurrent(configuration);
 
+  if (const auto trouble = veltramoor::Preferences::sharedInstance().lastProblem()) {
+    cli::fail(cli::kDone, *trouble);
+  }
   cli::Terminal terminal;
   if (recent->parsed()) return cli::recent(terminal, page, json);
   if (send->parsed()) return cli::send(terminal, sending, json);

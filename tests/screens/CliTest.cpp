@@ -1,7 +1,10 @@
 // The terminal program, run as a person would.
+#include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "ScreenTest.h"
+#include "platform/StateFile.h"
 #include "support/TransmissionDaemon.h"
 
 namespace veltramoor {
@@ -49,6 +52,17 @@ TEST_F(CliTest, ListsSendsAndRemembers) {
   EXPECT_EQ(json({"history"}), (nlohmann::json{"An open book", rows[1]["name"]}));
   EXPECT_TRUE(json({"recent"})[1]["isDownloaded"]);
   EXPECT_NE(daemon.listing().find("An+open"), std::string::npos) << daemon.listing();
+}
+
+TEST_F(CliTest, SetsADamagedStateFileAsideAndSaysSo) {
+  const std::filesystem::path state = defaultStateFile();
+  std::filesystem::create_directories(state.parent_path());
+  std::ofstream(state, std::ios::trunc) << std::string(5000, 'x');
+  const std::string cli = std::string(VELTRAMOOR_BIN_DIR) + "/veltramoor-cli";
+  const std::string said = outputOf({"sh", "-c", cli + " history 2>&1"}, &status_);
+  EXPECT_EQ(status_, 0);
+  EXPECT_NE(said.find(".corrupt-"), std::string::npos) << said;
+  EXPECT_EQ(run({"history"}), "");
 }
 
 TEST_F(CliTest, ExitStatusTellsRefusalFromWrongUsage) {
