@@ -16,7 +16,7 @@ namespace veltramoor {
 namespace {
 
 /// A thread's buffer is given back to it unless a page was larger than any real one (units).
-constexpr std::size_t kLargestKeptBuffer = 1024 * 1024;
+constexpr std::size_t kLargestKeptBuffer = std::size_t{1024} * 1024;
 constexpr std::chrono::milliseconds kNoTime{0};
 constexpr std::chrono::milliseconds kLongestTimeLimit = std::chrono::hours(24);
 

@@ -31,7 +31,7 @@ ReplacementTemplate::ReplacementTemplate(std::string_view replacement, const Reg
     if (i + 1 == text.size() || !isDigit(text[i + 1])) {
       throwUnexpectedRegexError(U_REGEX_INVALID_CAPTURE_GROUP_NAME, regex);
     }
-    std::size_t group = static_cast<std::size_t>(text[++i] - '0');
+    auto group = static_cast<std::size_t>(text[++i] - '0');
     if (group > matcher.groupCount()) {
       throwUnexpectedRegexError(U_INDEX_OUTOFBOUNDS_ERROR, regex);
     }
