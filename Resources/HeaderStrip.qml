@@ -90,7 +90,7 @@ Item {
                 Shortcut {
                     sequences: ["F5", "Ctrl+R"]
                     onActivated: root.header.refresh()
-                    enabled: root.header.refreshBtn.enabled
+                    enabled: root.visible && root.header.refreshBtn.enabled
                 }
             }
         }

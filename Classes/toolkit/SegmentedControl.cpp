@@ -17,7 +17,7 @@ void SegmentedControl::setEnabled(int segment, bool enabled) {
 }
 
 void SegmentedControl::choose(int segment) {
-  if (segment < 0 || segment >= titles_.size() || !enabled_[segment] || segment == selected_) {
+  if (segment < 0 || segment >= titles_.size() || !enabled_[segment]) {
     return;
   }
   setSelectedSegment(segment);

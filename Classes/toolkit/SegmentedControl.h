@@ -27,7 +27,8 @@ class SegmentedControl : public QObject {
   [[nodiscard]] QList<bool> enabledSegments() const { return enabled_; }
   void setEnabled(int segment, bool enabled);
 
-  /// The person's choice; a disabled segment cannot be chosen.
+  /// The choice of the person, of the segment already shown as well: what is shown need not be what
+  /// is stored. A disabled segment cannot be chosen.
   Q_INVOKABLE void choose(int segment);
 
  signals:
