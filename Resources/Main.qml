@@ -28,7 +28,18 @@ Window {
         objectName: "rootScreen"
         anchors.fill: parent
         controller: App.viewController
-        focus: !App.alertView.visible
+        focus: !App.alertView.visible && !modal.shown
+        enabled: !App.alertView.visible && !modal.shown
+    }
+
+    // A form that covers everything until it is done with.
+    ScreenLoader {
+        id: modal
+        objectName: "modalScreen"
+        anchors.fill: parent
+        readonly property bool shown: controller !== null
+        controller: App.presentation.controller
+        focus: shown && !App.alertView.visible
         enabled: !App.alertView.visible
     }
 

@@ -1,24 +1,35 @@
 import QtQuick
 import Veltramoor
 
-// The bar over a pushed screen: its title and the way back.
-Rectangle {
+// The bar over a pushed screen: its title between the screen's own buttons, and the way back.
+FocusScope {
     id: root
     objectName: "navigationBar"
 
-    required property string title
-
-    signal back()
+    required property ViewController screen
+    property bool black: true
 
     height: 44
-    color: "#e6000000"
+
+    Keys.onEscapePressed: screen.cancel()
+
+    Rectangle {
+        anchors.fill: parent
+        color: root.black ? "#000000" : "#4a4a4a"
+
+        // What no button takes stops here.
+        MouseArea {
+            anchors.fill: parent
+        }
+    }
 
     Pressable {
         objectName: "backButton"
         width: 50
         height: parent.height
+        visible: root.screen.leftBarItem.width === 0
         label: qsTr("Back")
-        onClicked: root.back()
+        onClicked: root.screen.cancel()
 
         Image {
             anchors.centerIn: parent
@@ -26,13 +37,28 @@ Rectangle {
         }
     }
 
+    BarButtons {
+        id: left
+        item: root.screen.leftBarItem
+        height: parent.height
+    }
+
+    BarButtons {
+        id: right
+        anchors.right: parent.right
+        item: root.screen.rightBarItem
+        height: parent.height
+    }
+
     Text {
         objectName: "navigationTitle"
-        anchors.centerIn: parent
-        width: parent.width - 120
+        readonly property real side: Math.max(60, left.width, right.width)
+        x: side
+        width: Math.max(0, parent.width - 2 * side)
+        anchors.verticalCenter: parent.verticalCenter
         horizontalAlignment: Text.AlignHCenter
         elide: Text.ElideRight
-        text: root.title
+        text: root.screen.title
         textFormat: Text.PlainText
         color: Theme.textStrong
         font { family: Theme.fontFamily; pixelSize: 17; bold: true }

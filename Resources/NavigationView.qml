@@ -9,10 +9,20 @@ FocusScope {
 
     required property NavigationController controller
 
+    // First in the order of Tab, and drawn above the screens.
+    NavigationBar {
+        z: 1
+        width: parent.width
+        visible: !root.controller.navigationBarHidden
+        black: root.controller.blackBar
+        screen: root.controller.topViewController
+    }
+
     Repeater {
         model: root.controller.stack
 
         ScreenLoader {
+            required controller
             required property int index
 
             anchors.fill: parent
@@ -21,12 +31,5 @@ FocusScope {
             // qmllint enable unqualified
             focus: visible
         }
-    }
-
-    NavigationBar {
-        width: parent.width
-        visible: !root.controller.navigationBarHidden
-        title: root.controller.topViewController.title
-        onBack: root.controller.popViewController()
     }
 }

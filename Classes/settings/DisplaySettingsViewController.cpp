@@ -109,12 +109,6 @@ void DisplaySettingsViewController::didSortBy() {
   store(keys_.sort, sortTable()[static_cast<std::size_t>(sort_.selectedSegment())].code);
 }
 
-void DisplaySettingsViewController::cancel() {
-  if (navigationController() != nullptr) {
-    navigationController()->popViewController();
-  }
-}
-
 QStringList DisplaySettingsViewController::groups() const {
   QStringList names;
   for (const CategoryGroup& group : categoryTable()) {

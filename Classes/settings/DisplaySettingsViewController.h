@@ -40,8 +40,6 @@ class DisplaySettingsViewController : public veltramoor::ViewController {
   [[nodiscard]] int numberOfRows(int component) const;
   /// The wheel `component` came to rest on `row`. A group selects its first member.
   Q_INVOKABLE virtual void didSelectRow(int row, int component);
-  /// Leaves the screen.
-  Q_INVOKABLE void cancel();
 
   [[nodiscard]] SegmentedControl* order() { return &order_; }
   [[nodiscard]] SegmentedControl* sort() { return &sort_; }

@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QThread>
 #include <cassert>
 #include <chrono>
@@ -28,6 +30,9 @@ VeltramoorAppDelegate::VeltramoorAppDelegate() {
     QMetaObject::invokeMethod(qApp, std::move(task), Qt::QueuedConnection);
   });
   Alerts::setPresenter(&alertView_);
+  const QInputMethod* keyboard = QGuiApplication::inputMethod();
+  connect(keyboard, &QInputMethod::visibleChanged, this,
+          [keyboard] { Device::sharedInstance().setKeyboardShown(keyboard->isVisible()); });
 }
 
 VeltramoorAppDelegate::~VeltramoorAppDelegate() {

@@ -9,6 +9,7 @@
 #include "shell/SendingTorrentIndicator.h"
 #include "toolkit/AlertView.h"
 #include "toolkit/Device.h"
+#include "toolkit/Presentation.h"
 #include "toolkit/ViewController.h"
 
 namespace veltramoor {
@@ -21,6 +22,7 @@ class VeltramoorAppDelegate : public QObject {
   Q_PROPERTY(veltramoor::AlertView* alertView READ alertView CONSTANT)
   Q_PROPERTY(veltramoor::View* window READ window CONSTANT)
   Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
+  Q_PROPERTY(veltramoor::Presentation* presentation READ presentation CONSTANT)
   Q_PROPERTY(veltramoor::LoadingIndicator* loadingIndicator READ loadingIndicator CONSTANT)
   Q_PROPERTY(veltramoor::SendingTorrentIndicator* sendingTorrentIndicator READ
                  sendingTorrentIndicator CONSTANT)
@@ -42,6 +44,7 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] AlertView* alertView() { return &alertView_; }
   [[nodiscard]] View* window() const;
   [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
+  [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
   [[nodiscard]] LoadingIndicator* loadingIndicator() const;
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
 

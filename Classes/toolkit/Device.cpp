@@ -21,6 +21,16 @@ void Device::setScreenSize(QSizeF size) {
   emit changed();
 }
 
+void Device::setKeyboardShown(bool shown) {
+  keyboardShown_ = shown;
+  emit keyboardChanged();
+  if (shown) {
+    emit keyboardWasShown();
+  } else {
+    emit keyboardWasHidden();
+  }
+}
+
 bool Device::isPad() const { return std::min(screenSize_.width(), screenSize_.height()) >= 600; }
 
 }  // namespace veltramoor

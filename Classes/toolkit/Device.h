@@ -12,6 +12,7 @@ class Device : public QObject {
   Q_OBJECT
   Q_PROPERTY(QSizeF screenSize READ screenSize WRITE setScreenSize NOTIFY changed)
   Q_PROPERTY(bool pad READ isPad NOTIFY changed)
+  Q_PROPERTY(bool keyboardShown READ isKeyboardShown WRITE setKeyboardShown NOTIFY keyboardChanged)
   Q_PROPERTY(bool reducedMotion READ reducedMotion CONSTANT)
 
  public:
@@ -26,14 +27,22 @@ class Device : public QObject {
   /// Whether the person asked for no animations, by VELTRAMOOR_REDUCED_MOTION set to anything but
   /// 0.
   [[nodiscard]] bool reducedMotion() const { return reducedMotion_; }
+  /// Whether an on-screen keyboard covers part of the screen.
+  [[nodiscard]] bool isKeyboardShown() const { return keyboardShown_; }
+  /// Reports the keyboard, by `keyboardWasShown` or `keyboardWasHidden`, each time it is told.
+  void setKeyboardShown(bool shown);
 
  signals:
   void changed();
+  void keyboardChanged();
+  void keyboardWasShown();
+  void keyboardWasHidden();
 
  private:
   Device();
   QSizeF screenSize_{320, 480};
   bool reducedMotion_ = false;
+  bool keyboardShown_ = false;
 };
 
 }  // namespace veltramoor

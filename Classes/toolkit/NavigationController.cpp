@@ -54,9 +54,10 @@ ViewController* NavigationController::topViewController() const {
 void NavigationController::pushViewController(std::shared_ptr<ViewController> controller) {
   topViewController()->viewWillDisappear();
   controller->navigationController_ = this;
-  controller->viewWillAppear();
-  stack_.push(std::move(controller));
+  controller->appear();
+  stack_.push(controller);
   emit stackChanged();
+  controller->viewDidAppear();
 }
 
 void NavigationController::popViewController() {
@@ -66,8 +67,24 @@ void NavigationController::popViewController() {
   topViewController()->viewWillDisappear();
   const std::shared_ptr<ViewController> removed = stack_.pop();
   removed->navigationController_ = nullptr;
-  topViewController()->viewWillAppear();
+  topViewController()->appear();
   emit stackChanged();
+  topViewController()->viewDidAppear();
+}
+
+void NavigationController::popToRootViewController() {
+  if (depth() < 2) {
+    return;
+  }
+  topViewController()->viewWillDisappear();
+  std::vector<std::shared_ptr<ViewController>> removed;
+  while (depth() > 1) {
+    removed.push_back(stack_.pop());
+    removed.back()->navigationController_ = nullptr;
+  }
+  topViewController()->appear();
+  emit stackChanged();
+  topViewController()->viewDidAppear();
 }
 
 void NavigationController::setNavigationBarHidden(bool hidden) {
@@ -77,7 +94,9 @@ void NavigationController::setNavigationBarHidden(bool hidden) {
   }
 }
 
-void NavigationController::viewWillAppear() { topViewController()->viewWillAppear(); }
+void NavigationController::viewWillAppear() { topViewController()->appear(); }
+
+void NavigationController::viewDidAppear() { topViewController()->viewDidAppear(); }
 
 void NavigationController::viewWillDisappear() { topViewController()->viewWillDisappear(); }
 

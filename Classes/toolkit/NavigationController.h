@@ -38,6 +38,7 @@ class NavigationController : public veltramoor::ViewController {
   Q_PROPERTY(
       veltramoor::ViewController* topViewController READ topViewController NOTIFY stackChanged)
   Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
+  Q_PROPERTY(bool blackBar READ hasBlackBar CONSTANT)
   Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden NOTIFY navigationBarHiddenChanged)
 
  public:
@@ -51,11 +52,18 @@ class NavigationController : public veltramoor::ViewController {
   void pushViewController(std::shared_ptr<ViewController> controller);
   /// Removes the topmost screen; the root stays.
   Q_INVOKABLE void popViewController();
+  void popToRootViewController();
+
+  enum class BarStyle { Default, Black };
+  /// To be set before the bar is drawn.
+  void setBarStyle(BarStyle style) { barStyle_ = style; }
+  [[nodiscard]] bool hasBlackBar() const { return barStyle_ == BarStyle::Black; }
 
   [[nodiscard]] bool isNavigationBarHidden() const { return navigationBarHidden_; }
   void setNavigationBarHidden(bool hidden);
 
   void viewWillAppear() override;
+  void viewDidAppear() override;
   void viewWillDisappear() override;
   [[nodiscard]] bool hasBackgroundWork() const override;
 
@@ -65,6 +73,7 @@ class NavigationController : public veltramoor::ViewController {
 
  private:
   ViewControllerStack stack_;
+  BarStyle barStyle_ = BarStyle::Default;
   bool navigationBarHidden_ = false;
 };
 

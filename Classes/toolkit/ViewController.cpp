@@ -13,6 +13,20 @@ void ViewController::setTitle(const QString& title) {
   }
 }
 
+void ViewController::appear() {
+  if (!loaded_) {
+    loaded_ = true;
+    viewDidLoad();
+  }
+  viewWillAppear();
+}
+
+void ViewController::cancel() {
+  if (navigationController_ != nullptr) {
+    navigationController_->popViewController();
+  }
+}
+
 TabBarController* ViewController::tabBarController() const {
   if (tabBarController_ == nullptr && navigationController_ != nullptr) {
     return navigationController_->tabBarController();

@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 
+#include "toolkit/BarButton.h"
 #include "toolkit/TabBarItem.h"
 #include "toolkit/View.h"
 
@@ -21,6 +22,8 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   Q_PROPERTY(QString interfaceFile READ interfaceFile CONSTANT)
   Q_PROPERTY(veltramoor::TabBarItem* tabBarItem READ tabBarItem CONSTANT)
   Q_PROPERTY(veltramoor::View* view READ view CONSTANT)
+  Q_PROPERTY(veltramoor::BarItem* leftBarItem READ leftBarItem CONSTANT)
+  Q_PROPERTY(veltramoor::BarItem* rightBarItem READ rightBarItem CONSTANT)
 
  public:
   /// `interfaceFile`: the QML file that draws the screen, for example "TorrentList.qml".
@@ -36,10 +39,21 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   [[nodiscard]] NavigationController* navigationController() const { return navigationController_; }
   [[nodiscard]] TabBarController* tabBarController() const;
 
+  /// What the bar shows beside the title; without a left one a pushed screen gets a back button.
+  [[nodiscard]] BarItem* leftBarItem() { return &leftBarItem_; }
+  [[nodiscard]] BarItem* rightBarItem() { return &rightBarItem_; }
+
+  /// Called once, before the screen is shown for the first time.
   virtual void viewDidLoad() {}
-  /// Called each time the screen is about to be shown, and about to be covered or removed.
+  /// Called each time the screen is about to be shown, has been shown, and is about to be covered
+  /// or removed.
   virtual void viewWillAppear() {}
+  virtual void viewDidAppear() {}
   virtual void viewWillDisappear() {}
+  /// Leaves a pushed screen, as its back button and the Escape key do.
+  Q_INVOKABLE virtual void cancel();
+  /// What a container calls to show the screen: loads it when needed, then `viewWillAppear`.
+  void appear();
   /// Whether an operation of this screen, or of one that it contains, is waiting or running.
   [[nodiscard]] virtual bool hasBackgroundWork() const { return false; }
 
@@ -54,6 +68,9 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   QString title_;
   TabBarItem tabBarItem_;
   View view_;
+  BarItem leftBarItem_;
+  BarItem rightBarItem_;
+  bool loaded_ = false;
   NavigationController* navigationController_ = nullptr;
   TabBarController* tabBarController_ = nullptr;
 };

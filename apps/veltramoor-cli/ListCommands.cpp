@@ -29,6 +29,13 @@ nlohmann::json jsonOf(const Torrent& torrent) {
           {"isDownloaded", torrent.isDownloaded}};
 }
 
+struct SendArguments {
+  /// A row number of `page`, or a magnet link.
+  std::string what;
+  std::optional<std::string> name;
+  int page = 0;
+};
+
 std::shared_ptr<AllListViewController> recentList() {
   becomeAnonymous();
   return std::make_shared<AllListViewController>(TableViewStyle::Plain);
@@ -111,8 +118,6 @@ int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
   return reportSend(terminal, sent, name, json);
 }
 
-}  // namespace
-
 int recent(Terminal& terminal, int page, bool json) {
   const auto list = recentList();
   if (!load(terminal, *list, page)) {
@@ -155,6 +160,32 @@ int history(bool json) {
     fmt::print("{}\n", printable(name));
   }
   return kDone;
+}
+
+}  // namespace
+
+void addListCommands(CLI::App& app, Commands& commands) {
+  CLI::App* listing = app.add_subcommand("recent", "List a page of the most recent torrents");
+  const auto page = std::make_shared<int>(0);
+  listing->add_option("--page", *page, "Page number, from 0")->check(CLI::Range(0, 1000000));
+  commands.push_back(
+      {listing, [page](Terminal& terminal, bool json) { return recent(terminal, *page, json); }});
+
+  CLI::App* sending = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
+  const auto arguments = std::make_shared<SendArguments>();
+  sending
+      ->add_option("what", arguments->what,
+                   "Row number (from 1) of a recent page, or a magnet link")
+      ->required();
+  sending->add_option("--name", arguments->name, "Name to remember a magnet link by");
+  sending->add_option("--page", arguments->page, "Page of the row, from 0")
+      ->check(CLI::Range(0, 1000000));
+  commands.push_back({sending, [arguments](Terminal& terminal, bool json) {
+                        return send(terminal, *arguments, json);
+                      }});
+
+  commands.push_back({app.add_subcommand("history", "List what was sent, newest first"),
+                      [](Terminal&, bool json) { return history(json); }});
 }
 
 }  // namespace veltramoor::cli

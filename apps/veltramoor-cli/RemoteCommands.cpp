@@ -21,8 +21,15 @@ bool isPort(const std::string& text) {
          std::stoi(text) >= 1 && std::stoi(text) <= 65535;
 }
 
-}  // namespace
+struct RemoteArguments {
+  std::optional<std::string> client;
+  std::optional<std::string> address;
+  std::optional<std::string> port;
+  std::optional<std::string> user;
+  bool passwordFromInput = false;
+};
 
+// Stores what was given; a client without a port gets its kind's default one.
 int remoteSet(const RemoteArguments& arguments) {
   std::optional<std::string> port = arguments.port;
   if (arguments.client) {
@@ -51,6 +58,7 @@ int remoteSet(const RemoteArguments& arguments) {
   return after && after != before ? fail(kRefused, *after) : kDone;
 }
 
+// Of the password only whether there is one.
 int remoteShow(bool json) {
   const ServerInfo& info = ServerInfo::sharedInstance();
   const bool hasPassword = !info.password().value_or("").empty();
@@ -72,6 +80,23 @@ int remoteShow(bool json) {
   fmt::print("user {}, {}\n", printable(info.username().value_or("none")),
              hasPassword ? "with a password" : "no password");
   return kDone;
+}
+
+}  // namespace
+
+void addRemoteCommands(CLI::App& app, Commands& commands) {
+  CLI::App* remote = app.add_subcommand("remote", "Your BitTorrent client")->require_subcommand(1);
+  CLI::App* set = remote->add_subcommand("set", "Say where it is");
+  const auto arguments = std::make_shared<RemoteArguments>();
+  set->add_option("--client", arguments->client, "Vuze, Transmission or Utorrent");
+  set->add_option("--address", arguments->address, "Host name or IP address");
+  set->add_option("--port", arguments->port, "Port of its remote interface");
+  set->add_option("--user", arguments->user, "User name of its remote interface");
+  set->add_flag("--password-stdin", arguments->passwordFromInput,
+                "Read the password from the first line of standard input");
+  commands.push_back({set, [arguments](Terminal&, bool) { return remoteSet(*arguments); }});
+  commands.push_back({remote->add_subcommand("show", "Show where it is"),
+                      [](Terminal&, bool json) { return remoteShow(json); }});
 }
 
 }  // namespace veltramoor::cli

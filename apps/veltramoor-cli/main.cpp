@@ -35,30 +35,9 @@ int run(int argc, char** argv) {
   bool json = false;
   app.add_flag("--json", json, "Print JSON");
 
-  int page = 0;
-  CLI::App* recent = app.add_subcommand("recent", "List a page of the most recent torrents");
-  recent->add_option("--page", page, "Page number, from 0")->check(CLI::Range(0, 1000000));
-
-  cli::SendArguments sending;
-  CLI::App* send = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
-  send->add_option("what", sending.what, "Row number (from 1) of a recent page, or a magnet link")
-      ->required();
-  send->add_option("--name", sending.name, "Name to remember a magnet link by");
-  send->add_option("--page", sending.page, "Page of the row, from 0")
-      ->check(CLI::Range(0, 1000000));
-
-  CLI::App* history = app.add_subcommand("history", "List what was sent, newest first");
-
-  CLI::App* remote = app.add_subcommand("remote", "Your BitTorrent client")->require_subcommand(1);
-  cli::RemoteArguments settings;
-  CLI::App* set = remote->add_subcommand("set", "Say where it is");
-  set->add_option("--client", settings.client, "Vuze, Transmission or Utorrent");
-  set->add_option("--address", settings.address, "Host name or IP address");
-  set->add_option("--port", settings.port, "Port of its remote interface");
-  set->add_option("--user", settings.user, "User name of its remote interface");
-  set->add_flag("--password-stdin", settings.passwordFromInput,
-                "Read the password from the first line of standard input");
-  CLI::App* show = remote->add_subcommand("show", "Show where it is");
+  cli::Commands commands;
+  cli::addListCommands(app, commands);
+  cli::addRemoteCommands(app, commands);
 
   try {
     app.parse(argc, argv);
@@ -74,11 +53,12 @@ int run(int argc, char** argv) {
     cli::fail(cli::kDone, *trouble);
   }
   cli::Terminal terminal;
-  if (recent->parsed()) return cli::recent(terminal, page, json);
-  if (send->parsed()) return cli::send(terminal, sending, json);
-  if (history->parsed()) return cli::history(json);
-  if (set->parsed()) return cli::remoteSet(settings);
-  return show->parsed() ? cli::remoteShow(json) : cli::kWrongUsage;
+  for (const cli::Command& command : commands) {
+    if (command.command->parsed()) {
+      return command.run(terminal, json);
+    }
+  }
+  return cli::kWrongUsage;
 }
 
 }  // namespace

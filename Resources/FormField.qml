@@ -1,0 +1,78 @@
+import QtQuick
+import Veltramoor
+
+// A line of text to type, bound to a field's state.
+FocusScope {
+    id: root
+
+    required property TextField field
+    property string label
+    property string placeholder
+    property bool secret: false
+    property int hints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
+
+    height: Theme.touchTarget
+    enabled: field.enabled
+    opacity: field.alpha
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 6
+        color: "#1a1a1a"
+        border { width: input.activeFocus ? 2 : 1; color: input.activeFocus ? Theme.accent : "#6a6a6a" }
+    }
+
+    TextInput {
+        id: input
+        objectName: root.objectName + "Input"
+        anchors { fill: parent; leftMargin: 12; rightMargin: 12 }
+        verticalAlignment: TextInput.AlignVCenter
+        clip: true
+        focus: true
+        activeFocusOnTab: true
+        selectByMouse: true
+        color: Theme.textStrong
+        selectionColor: Theme.accent
+        selectedTextColor: "#1a1a1a"
+        echoMode: root.secret ? TextInput.Password : TextInput.Normal
+        inputMethodHints: root.hints | (root.secret ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
+        font { family: Theme.fontFamily; pixelSize: 16 }
+
+        Accessible.role: Accessible.EditableText
+        Accessible.name: root.label
+        Accessible.passwordEdit: root.secret
+
+        onTextEdited: root.field.text = text
+        onActiveFocusChanged: root.field.focusChanged(activeFocus)
+        Keys.onReturnPressed: root.field.returnPressed()
+        Keys.onEnterPressed: root.field.returnPressed()
+
+        function follow(): void {
+            if (text !== root.field.text)
+                text = root.field.text
+        }
+        Component.onCompleted: follow()
+
+        Connections {
+            target: root.field
+            function onChanged(): void { input.follow() }
+            function onEditingChanged(): void {
+                if (root.field.editing !== input.activeFocus) {
+                    if (root.field.editing)
+                        input.forceActiveFocus()
+                    else
+                        input.focus = false
+                }
+            }
+        }
+    }
+
+    Text {
+        anchors { left: parent.left; leftMargin: 12; verticalCenter: parent.verticalCenter }
+        visible: input.text.length === 0 && input.preeditText.length === 0
+        text: root.placeholder
+        textFormat: Text.PlainText
+        color: "#9a9a9a"
+        font { family: Theme.fontFamily; pixelSize: 16 }
+    }
+}

@@ -1,0 +1,50 @@
+// What QML knows of the toolkit's newer notions; see QmlTypes.h.
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QObject>
+
+#include "toolkit/BarButton.h"
+#include "toolkit/Presentation.h"
+#include "toolkit/Switch.h"
+#include "toolkit/TextField.h"
+
+namespace veltramoor::qml {
+
+struct BarButtonUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::BarButton)
+  QML_NAMED_ELEMENT(BarButton)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct BarItemUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::BarItem)
+  QML_NAMED_ELEMENT(BarItem)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct PresentationUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::Presentation)
+  QML_NAMED_ELEMENT(Presentation)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct SwitchUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::Switch)
+  QML_NAMED_ELEMENT(Switch)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct TextFieldUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::TextField)
+  QML_NAMED_ELEMENT(TextField)
+  QML_UNCREATABLE("made by the application")
+};
+
+}  // namespace veltramoor::qml
