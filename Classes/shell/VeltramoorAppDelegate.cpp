@@ -45,12 +45,14 @@ VeltramoorAppDelegate& VeltramoorAppDelegate::sharedInstance() {
   return *theDelegate;
 }
 
-void VeltramoorAppDelegate::applicationDidFinishLaunching() {
+void VeltramoorAppDelegate::applicationDidFinishLaunching(std::shared_ptr<ViewController> root) {
   becomeAnonymous();
-  const auto recents = std::make_shared<AllListViewController>(TableViewStyle::Plain);
-  recents->viewDidLoad();
-  viewController_ = std::make_shared<NavigationController>(recents);
-  viewController_->viewWillAppear();
+  viewController_ = root != nullptr
+                        ? std::move(root)
+                        : std::make_shared<NavigationController>(
+                              std::make_shared<AllListViewController>(TableViewStyle::Plain));
+  viewController_->appear();
+  viewController_->viewDidAppear();
   if (const auto problem = Preferences::sharedInstance().lastProblem()) {
     Alert alert;
     alert.title = "Settings";

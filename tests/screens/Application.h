@@ -1,0 +1,102 @@
+// The real window with a screen in it, and the finger and keyboard of its user.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtTest/QTest>
+#include <memory>
+#include <optional>
+
+#include "ScreenTest.h"
+#include "lists/AllListViewController.h"
+#include "platform/UrlLoading.h"
+#include "toolkit/NavigationController.h"
+
+namespace veltramoor::test {
+
+/// The item of that name beneath `root`: what a loader made is no QObject child of the window.
+inline QQuickItem* itemNamed(QQuickItem* root, const QString& name) {
+  if (root->objectName() == name) {
+    return root;
+  }
+  for (QQuickItem* child : root->childItems()) {
+    if (QQuickItem* found = itemNamed(child, name)) {
+      return found;
+    }
+  }
+  return nullptr;
+}
+
+/// One run of the application, from its start to its end.
+class Application {
+ public:
+  /// Shows `root`, or, without one, what the application opens on.
+  explicit Application(const std::shared_ptr<ViewController>& root = nullptr) {
+    UrlLoading::sharedInstance().resume();
+    delegate_.applicationDidFinishLaunching(root);
+    engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine_->load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
+    window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().value(0));
+    EXPECT_NE(window_, nullptr);
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(window_));
+  }
+  ~Application() {
+    engine_.reset();
+    delegate_.applicationWillTerminate();
+  }
+
+  [[nodiscard]] QQuickWindow* window() const { return window_; }
+  [[nodiscard]] AlertView& alert() { return *delegate_.alertView(); }
+  [[nodiscard]] AllListViewController& list() {
+    auto* navigation = qobject_cast<NavigationController*>(delegate_.viewController());
+    return *qobject_cast<AllListViewController*>(navigation->topViewController());
+  }
+  [[nodiscard]] bool waitForRows(int count) {
+    const bool there = waitFor([&] {
+      return list().rows()->torrentCount() == count && list().tableView()->allowsSelection();
+    });
+    EXPECT_TRUE(there) << list().rows()->torrentCount() << " rows, "
+                       << list().notice().toStdString();
+    return there;
+  }
+  [[nodiscard]] QQuickItem* item(const char* name) const {
+    return itemNamed(window_->contentItem(), QLatin1String(name));
+  }
+  [[nodiscard]] bool waitForItem(const char* name) const {
+    return waitFor([&] {
+      const QQuickItem* found = item(name);
+      return found != nullptr && found->isVisible();
+    });
+  }
+  /// The item that draws row `row`, once the table has laid it out.
+  [[nodiscard]] QQuickItem* row(int row) const {
+    QQuickItem* found = nullptr;
+    EXPECT_TRUE(waitFor([&] {
+      QMetaObject::invokeMethod(item("torrentTable"), "itemAtIndex",
+                                Q_RETURN_ARG(QQuickItem*, found), Q_ARG(int, row));
+      return found != nullptr;
+    })) << "row "
+        << row;
+    return found;
+  }
+  void click(QQuickItem* target, QPointF at = {-1, -1}) const {
+    ASSERT_NE(target, nullptr);
+    const QPointF local = at.x() < 0 ? target->boundingRect().center() : at;
+    // Rows of buttons are laid out with the next frame.
+    ASSERT_TRUE(waitFor(
+        [&] { return QRectF(QPointF(), window_->size()).contains(target->mapToScene(local)); }));
+    QTest::mouseClick(window_, Qt::LeftButton, {}, target->mapToScene(local).toPoint());
+  }
+  void tapSend(int index) const { click(itemNamed(row(index), QStringLiteral("sendButton"))); }
+  void type(Qt::Key key) const { QTest::keyClick(window_, key); }
+
+ private:
+  VeltramoorAppDelegate delegate_;
+  std::optional<QQmlApplicationEngine> engine_{std::in_place};
+  QQuickWindow* window_ = nullptr;
+};
+
+}  // namespace veltramoor::test
