@@ -3,11 +3,13 @@ import Veltramoor
 
 // The bar over a pushed screen: its title between the screen's own buttons, and the way back.
 FocusScope {
-    id: root
+    id: bar
     objectName: "navigationBar"
 
     required property ViewController screen
     property bool black: true
+    // Nothing to go back to.
+    property bool root: false
 
     height: 44
 
@@ -15,7 +17,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
-        color: root.black ? "#000000" : "#4a4a4a"
+        color: bar.black ? "#000000" : "#4a4a4a"
 
         // What no button takes stops here.
         MouseArea {
@@ -27,9 +29,9 @@ FocusScope {
         objectName: "backButton"
         width: 50
         height: parent.height
-        visible: root.screen.leftBarItem.width === 0
+        visible: bar.screen.leftBarItem.width === 0 && !bar.root
         label: qsTr("Back")
-        onClicked: root.screen.cancel()
+        onClicked: bar.screen.cancel()
 
         Image {
             anchors.centerIn: parent
@@ -39,14 +41,14 @@ FocusScope {
 
     BarButtons {
         id: left
-        item: root.screen.leftBarItem
+        item: bar.screen.leftBarItem
         height: parent.height
     }
 
     BarButtons {
         id: right
         anchors.right: parent.right
-        item: root.screen.rightBarItem
+        item: bar.screen.rightBarItem
         height: parent.height
     }
 
@@ -58,7 +60,7 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         horizontalAlignment: Text.AlignHCenter
         elide: Text.ElideRight
-        text: root.screen.title
+        text: bar.screen.title
         textFormat: Text.PlainText
         color: Theme.textStrong
         font { family: Theme.fontFamily; pixelSize: 17; bold: true }

@@ -15,6 +15,7 @@ FocusScope {
         width: parent.width
         visible: !root.controller.navigationBarHidden
         black: root.controller.blackBar
+        root: root.controller.depth === 1
         screen: root.controller.topViewController
     }
 

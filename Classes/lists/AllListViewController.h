@@ -48,6 +48,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   ~AllListViewController() override;
 
   void viewDidLoad() override;
+  void viewWillLayout() override { loadView(); }
   /// Fetches page 0 unless a page has arrived before.
   void viewWillAppear() override;
   [[nodiscard]] bool hasBackgroundWork() const override;

@@ -4,9 +4,12 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <fstream>
 #include <iterator>
+#include <list>
+#include <mutex>
 #include <string_view>
 #include <system_error>
 
@@ -22,9 +25,17 @@ namespace fs = std::filesystem;
 constexpr std::string_view kSiteHostKey = "site-host";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-SiteConfiguration& configurationInForce() {
-  static SiteConfiguration configuration;
-  return configuration;
+// Workers may still read a configuration that was replaced, so none is ever destroyed: there are as
+// many as a person chooses sites in one run.
+struct Configurations {
+  std::mutex mutex;
+  std::list<SiteConfiguration> all{SiteConfiguration{}};
+  std::atomic<const SiteConfiguration*> inForce{&all.back()};
+};
+
+Configurations& configurations() {
+  static Configurations instance;
+  return instance;
 }
 
 /// A host, with or without a port, and nothing else.
@@ -209,10 +220,15 @@ bool SiteConfiguration::saveSiteHost(const fs::path& file, const std::string& si
   }
 }
 
-const SiteConfiguration& SiteConfiguration::current() { return configurationInForce(); }
+bool SiteConfiguration::isHost(const std::string& text) { return veltramoor::isHost(text); }
+
+const SiteConfiguration& SiteConfiguration::current() { return *configurations().inForce; }
 
 void SiteConfiguration::setCurrent(SiteConfiguration configuration) {
-  configurationInForce() = std::move(configuration);
+  Configurations& kept = configurations();
+  const std::lock_guard lock(kept.mutex);
+  kept.all.push_back(std::move(configuration));
+  kept.inForce = &kept.all.back();
 }
 
 }  // namespace veltramoor

@@ -41,7 +41,10 @@ struct SiteConfiguration {
   /// Stores `site-host` in the file, keeping its other keys; false when it cannot be written.
   static bool saveSiteHost(const std::filesystem::path& file, const std::string& siteHost);
 
-  /// The configuration in force. Set at start-up, before other threads exist; read by any thread.
+  /// Whether `text` is a host, with or without a port, and nothing else.
+  [[nodiscard]] static bool isHost(const std::string& text);
+
+  /// The configuration in force. Thread-safe; what was read stays valid when another is set.
   static const SiteConfiguration& current();
   static void setCurrent(SiteConfiguration configuration);
 };

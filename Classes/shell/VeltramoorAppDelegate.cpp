@@ -8,19 +8,30 @@
 #include <cassert>
 #include <chrono>
 
-#include "lists/AllListViewController.h"
+#include "PreferencesKeys.h"
+#include "platform/Bundle.h"
 #include "platform/MainThread.h"
 #include "platform/Preferences.h"
 #include "platform/UrlLoading.h"
 #include "shell/ApplicationWindow.h"
+#include "shell/DemoSiteProcess.h"
+#include "shell/SwitchViewController.h"
 #include "site/AnonymousUser.h"
 #include "toolkit/Image.h"
-#include "toolkit/NavigationController.h"
 
 namespace veltramoor {
 namespace {
 VeltramoorAppDelegate* theDelegate = nullptr;
 constexpr std::chrono::milliseconds kGrace{1000};
+
+void recordVersion() {
+  Preferences& preferences = Preferences::sharedInstance();
+  if (preferences.string(PreferencesKeys::version) != Bundle::version()) {
+    preferences.setString(PreferencesKeys::version, Bundle::version());
+    preferences.synchronize();
+  }
+}
+
 }  // namespace
 
 VeltramoorAppDelegate::VeltramoorAppDelegate() {
@@ -46,11 +57,9 @@ VeltramoorAppDelegate& VeltramoorAppDelegate::sharedInstance() {
 }
 
 void VeltramoorAppDelegate::applicationDidFinishLaunching(std::shared_ptr<ViewController> root) {
+  recordVersion();
   becomeAnonymous();
-  viewController_ = root != nullptr
-                        ? std::move(root)
-                        : std::make_shared<NavigationController>(
-                              std::make_shared<AllListViewController>(TableViewStyle::Plain));
+  viewController_ = root != nullptr ? std::move(root) : std::make_shared<SwitchViewController>();
   viewController_->appear();
   viewController_->viewDidAppear();
   if (const auto problem = Preferences::sharedInstance().lastProblem()) {
@@ -66,6 +75,7 @@ void VeltramoorAppDelegate::applicationWillTerminate() {
   if (viewController_ == nullptr) {
     return;
   }
+  viewController_->viewWillDisappear();
   for (const QDeadlineTimer grace(kGrace);
        viewController_->hasBackgroundWork() && !grace.hasExpired();) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -78,6 +88,7 @@ void VeltramoorAppDelegate::applicationWillTerminate() {
     QThread::msleep(5);
   }
   viewController_.reset();
+  DemoSiteProcess::sharedInstance().stop();
 }
 
 View* VeltramoorAppDelegate::window() const { return applicationWindow(); }

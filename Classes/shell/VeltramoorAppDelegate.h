@@ -34,7 +34,7 @@ class VeltramoorAppDelegate : public QObject {
   /// The application's one delegate.
   static VeltramoorAppDelegate& sharedInstance();
 
-  /// Builds the root screen, or takes `root` for it.
+  /// Notes the running version, and builds the root screen, or takes `root` for it.
   void applicationDidFinishLaunching(std::shared_ptr<ViewController> root = nullptr);
   /// Gives sends and pages that are under way one second to end, then has the rest fail, so that
   /// the program ends within two whatever a server does. Nothing may be shown afterwards.

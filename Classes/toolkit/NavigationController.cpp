@@ -24,6 +24,7 @@ void ViewControllerStack::push(std::shared_ptr<ViewController> controller) {
   beginInsertRows({}, row, row);
   controllers_.push_back(std::move(controller));
   endInsertRows();
+  emit countChanged();
 }
 
 std::shared_ptr<ViewController> ViewControllerStack::pop() {
@@ -32,7 +33,15 @@ std::shared_ptr<ViewController> ViewControllerStack::pop() {
   std::shared_ptr<ViewController> removed = std::move(controllers_.back());
   controllers_.pop_back();
   endRemoveRows();
+  emit countChanged();
   return removed;
+}
+
+void ViewControllerStack::assign(std::vector<std::shared_ptr<ViewController>> controllers) {
+  beginResetModel();
+  controllers_ = std::move(controllers);
+  endResetModel();
+  emit countChanged();
 }
 
 NavigationController::NavigationController(std::shared_ptr<ViewController> root)
@@ -45,6 +54,10 @@ NavigationController::~NavigationController() {
   for (const auto& controller : stack_.controllers()) {
     controller->navigationController_ = nullptr;
   }
+}
+
+TabBarItem* NavigationController::tabBarItem() {
+  return stack_.controllers().front()->tabBarItem();
 }
 
 ViewController* NavigationController::topViewController() const {

@@ -13,6 +13,7 @@ namespace veltramoor {
 /// one item for each, so that a covered screen keeps its state.
 class ViewControllerStack : public QAbstractListModel {
   Q_OBJECT
+  Q_PROPERTY(int count READ count NOTIFY countChanged)
 
  public:
   enum Role { ControllerRole = Qt::UserRole };
@@ -26,6 +27,12 @@ class ViewControllerStack : public QAbstractListModel {
   }
   void push(std::shared_ptr<ViewController> controller);
   std::shared_ptr<ViewController> pop();
+  /// Shows these instead.
+  void assign(std::vector<std::shared_ptr<ViewController>> controllers);
+  [[nodiscard]] int count() const { return rowCount(); }
+
+ signals:
+  void countChanged();
 
  private:
   std::vector<std::shared_ptr<ViewController>> controllers_;
@@ -46,6 +53,8 @@ class NavigationController : public veltramoor::ViewController {
   ~NavigationController() override;
 
   [[nodiscard]] ViewControllerStack* stack() { return &stack_; }
+  /// Its first screen's.
+  [[nodiscard]] TabBarItem* tabBarItem() override;
   [[nodiscard]] ViewController* topViewController() const;
   [[nodiscard]] int depth() const { return static_cast<int>(stack_.controllers().size()); }
 

@@ -18,6 +18,7 @@ void ViewController::appear() {
     loaded_ = true;
     viewDidLoad();
   }
+  viewWillLayout();
   viewWillAppear();
 }
 

@@ -32,7 +32,7 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   [[nodiscard]] QString title() const { return title_; }
   void setTitle(const QString& title);
   [[nodiscard]] QString interfaceFile() const { return interfaceFile_; }
-  [[nodiscard]] TabBarItem* tabBarItem() { return &tabBarItem_; }
+  [[nodiscard]] virtual TabBarItem* tabBarItem() { return &tabBarItem_; }
   [[nodiscard]] View* view() { return &view_; }
 
   /// The container that shows this screen, null for none. Not owned.
@@ -43,6 +43,8 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   [[nodiscard]] BarItem* leftBarItem() { return &leftBarItem_; }
   [[nodiscard]] BarItem* rightBarItem() { return &rightBarItem_; }
 
+  /// Called before the screen appears: its container and the device are known.
+  virtual void viewWillLayout() {}
   /// Called once, before the screen is shown for the first time.
   virtual void viewDidLoad() {}
   /// Called each time the screen is about to be shown, has been shown, and is about to be covered

@@ -13,6 +13,7 @@
 #include "ScreenTest.h"
 #include "lists/AllListViewController.h"
 #include "platform/UrlLoading.h"
+#include "shell/SwitchViewController.h"
 #include "toolkit/NavigationController.h"
 
 namespace veltramoor::test {
@@ -33,8 +34,12 @@ inline QQuickItem* itemNamed(QQuickItem* root, const QString& name) {
 /// One run of the application, from its start to its end.
 class Application {
  public:
-  /// Shows `root`, or, without one, what the application opens on.
-  explicit Application(const std::shared_ptr<ViewController>& root = nullptr) {
+  /// The Recent list in a stack of its own.
+  Application()
+      : Application(std::make_shared<NavigationController>(
+            std::make_shared<AllListViewController>(TableViewStyle::Plain))) {}
+  /// Shows `root`; null: what the application opens on.
+  explicit Application(const std::shared_ptr<ViewController>& root) {
     UrlLoading::sharedInstance().resume();
     delegate_.applicationDidFinishLaunching(root);
     engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -50,6 +55,10 @@ class Application {
 
   [[nodiscard]] QQuickWindow* window() const { return window_; }
   [[nodiscard]] AlertView& alert() { return *delegate_.alertView(); }
+  /// The root of an application that opened by itself.
+  [[nodiscard]] SwitchViewController& root() {
+    return *qobject_cast<SwitchViewController*>(delegate_.viewController());
+  }
   [[nodiscard]] AllListViewController& list() {
     auto* navigation = qobject_cast<NavigationController*>(delegate_.viewController());
     return *qobject_cast<AllListViewController*>(navigation->topViewController());
@@ -92,6 +101,11 @@ class Application {
   }
   void tapSend(int index) const { click(itemNamed(row(index), QStringLiteral("sendButton"))); }
   void type(Qt::Key key) const { QTest::keyClick(window_, key); }
+  void typeText(const char* text) const {
+    for (; *text != 0; ++text) {
+      QTest::keyClick(window_, *text);
+    }
+  }
 
  private:
   VeltramoorAppDelegate delegate_;

@@ -1,0 +1,71 @@
+#include "shell/DemoSiteProcess.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <utility>
+
+namespace veltramoor {
+namespace {
+
+constexpr int kStopMilliseconds = 1000;
+
+QString program() {
+  return QCoreApplication::applicationDirPath() + QStringLiteral("/veltramoor-demo-site");
+}
+
+}  // namespace
+
+DemoSiteProcess::DemoSiteProcess() {
+  connect(&process_, &QProcess::readyReadStandardOutput, this, [this] { readLine(); });
+  connect(&process_, &QProcess::errorOccurred, this, [this] { finish({}); });
+  connect(&process_, &QProcess::finished, this, [this] { finish({}); });
+}
+
+void DemoSiteProcess::stop() {
+  started_ = nullptr;
+  host_.clear();
+  process_.terminate();
+  if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(kStopMilliseconds)) {
+    process_.kill();
+    process_.waitForFinished(kStopMilliseconds);
+  }
+}
+
+DemoSiteProcess& DemoSiteProcess::sharedInstance() {
+  static DemoSiteProcess instance;
+  return instance;
+}
+
+bool DemoSiteProcess::isInstalled() { return QFileInfo(program()).isExecutable(); }
+
+void DemoSiteProcess::start(Started started) {
+  if (started_) {
+    return;
+  }
+  started_ = std::move(started);
+  if (!host_.isEmpty()) {
+    finish(host_);
+    return;
+  }
+  process_.start(program(),
+                 {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--until-eof")});
+}
+
+void DemoSiteProcess::readLine() {
+  while (process_.canReadLine()) {
+    const QString line = QString::fromUtf8(process_.readLine()).trimmed();
+    const QString greeting = QStringLiteral("listening on ");
+    if (line.startsWith(greeting)) {
+      finish(line.mid(greeting.size()));
+    }
+  }
+}
+
+void DemoSiteProcess::finish(const QString& host) {
+  host_ = host;
+  if (const Started started = std::exchange(started_, nullptr)) {
+    started(host);
+  }
+}
+
+}  // namespace veltramoor

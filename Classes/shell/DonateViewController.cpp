@@ -1,0 +1,39 @@
+#include "shell/DonateViewController.h"
+
+#include <QDesktopServices>
+
+#include "platform/Alerts.h"
+#include "platform/SiteConfiguration.h"
+#include "toolkit/Image.h"
+
+namespace veltramoor {
+
+DonateViewController::DonateViewController(const QRectF& frame)
+    : ViewController(QStringLiteral("DonateView.qml")),
+      frame_(frame),
+      html_(
+          QStringLiteral("<a href=\"%1\" target=\"_blank\"><img src=\"%2\"></a>")
+              .arg(QString::fromStdString(SiteConfiguration::current().donationUrl).toHtmlEscaped(),
+                   imageUrl(QStringLiteral("bitcoin.png")))),
+      openUrl_([](const QUrl& url) { return QDesktopServices::openUrl(url); }) {}
+
+bool DonateViewController::shouldStartLoadWithRequest(const QUrl& url, int navigationType) {
+  if (navigationType != kLinkTapped) {
+    return true;
+  }
+  if (!openUrl_(url)) {
+    Alert alert;
+    alert.title = "Donate";
+    alert.message = "No web browser could be started. The page is " + url.toString().toStdString();
+    alert.buttons = {"Ok"};
+    Alerts::show(std::move(alert));
+  }
+  return false;
+}
+
+void DonateViewController::donate() {
+  shouldStartLoadWithRequest(QUrl(QString::fromStdString(SiteConfiguration::current().donationUrl)),
+                             kLinkTapped);
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,113 @@
+#include "shell/SwitchViewController.h"
+
+#include "PreferencesKeys.h"
+#include "platform/MainThread.h"
+#include "platform/Preferences.h"
+#include "shell/TabAssembly.h"
+#include "site/SiteSession.h"
+
+namespace veltramoor {
+
+SwitchViewController::SwitchViewController() : ViewController(QStringLiteral("SwitchView.qml")) {}
+
+SwitchViewController::~SwitchViewController() {
+  if (tabBarController_ != nullptr) {
+    tabBarController_->setDelegate(nullptr);
+  }
+}
+
+void SwitchViewController::viewDidLoad() {
+  sessionValidated_ = true;
+  showLogin_ = false;
+  loadLoginView();
+  loginViewController_->tryAutoLogin();
+}
+
+void SwitchViewController::viewWillDisappear() {
+  if (showLogin_) {
+    tabBarController_->viewWillDisappear();
+  } else {
+    loginViewController_->viewWillDisappear();
+  }
+}
+
+bool SwitchViewController::hasBackgroundWork() const {
+  return (loginViewController_ != nullptr && loginViewController_->hasBackgroundWork()) ||
+         (tabBarController_ != nullptr && tabBarController_->hasBackgroundWork());
+}
+
+void SwitchViewController::loadLoginView() {
+  // Not kept alive by its own screen: what it calls back is this controller, which outlives it.
+  loginViewController_ = std::make_shared<LoginViewController>([this] { switchViews(); });
+  loginViewController_->appear();
+}
+
+void SwitchViewController::switchViews() {
+  // The screen that asked for the switch is still at work when it is replaced.
+  const std::shared_ptr<LoginViewController> leaving = loginViewController_;
+  if (!showLogin_) {
+    if (tabBarController_ == nullptr) {
+      buildTabs();
+    }
+    leaving->viewWillDisappear();
+    showLogin_ = true;
+    sessionValidated_ = true;
+    emit switched();
+    tabBarController_->viewWillAppear();
+    if (tabBarController_->selectedIndex() != 0) {
+      // The first list appears whatever tab is selected.
+      tabBarController_->viewControllers().front()->appear();
+    }
+    tabBarController_->viewDidAppear();
+    return;
+  }
+  tabBarController_->viewWillDisappear();
+  loadLoginView();
+  showLogin_ = false;
+  emit switched();
+}
+
+void SwitchViewController::buildTabs() {
+  tabBarController_ = std::make_shared<TabBarController>();
+  tabBarController_->setViewControllers(assembleTabs([this] { logout(); }));
+  tabBarController_->setDelegate(this);
+  if (const auto tab = Preferences::sharedInstance().number(PreferencesKeys::tab)) {
+    tabBarController_->setSelectedIndex(static_cast<std::uint32_t>(*tab));
+  }
+  tabBarController_->moreNavigationController()->setBarStyle(NavigationController::BarStyle::Black);
+}
+
+void SwitchViewController::didSelectViewController(ViewController*) {
+  Preferences::sharedInstance().setNumber(PreferencesKeys::tab, tabBarController_->selectedIndex());
+  Preferences::sharedInstance().synchronize();
+  NavigationController* more = tabBarController_->moreNavigationController();
+  more->popToRootViewController();
+  more->setNavigationBarHidden(false);
+}
+
+void SwitchViewController::logout() {
+  deleteSessionCookies();
+  switchViews();
+}
+
+void SwitchViewController::sessionInvalidated() {
+  sessionValidated_ = false;
+  loginViewController_->doLogin(
+      nullptr, [self = sharedController(this)](const std::shared_ptr<HttpRequest>& answer) {
+        self->sessionInvalidatedResponse(*answer);
+      });
+}
+
+void SwitchViewController::sessionInvalidatedResponse(const HttpRequest& answer) {
+  sessionValidated_ = !isLoginHeader(answer.result().value_or(""));
+  if (!sessionValidated_) {
+    MainThread::perform([self = sharedController(this)] {
+      // The person may have logged out in the meantime.
+      if (self->showLogin_) {
+        self->logout();
+      }
+    });
+  }
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,19 @@
+#include "site/FetchPageLoginCheck.h"
+
+#include "site/SessionSetup.h"
+#include "site/SiteSession.h"
+
+namespace veltramoor {
+
+FetchPageLoginCheck::FetchPageLoginCheck(std::optional<Url> url, Completion completion)
+    : FetchPage(std::move(url), std::move(completion)) {}
+
+void FetchPageLoginCheck::fetch() {
+  returnObject_ = std::make_shared<HttpRequest>(url());
+  returnObject_->request();
+  if (sessionExists(*returnObject_)) {
+    setUpSession();
+  }
+}
+
+}  // namespace veltramoor

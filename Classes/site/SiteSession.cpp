@@ -1,0 +1,64 @@
+#include "site/SiteSession.h"
+
+#include "platform/CookieStorage.h"
+#include "platform/SiteConfiguration.h"
+
+namespace veltramoor {
+namespace {
+
+constexpr std::string_view kLoginForm = R"(action="/login" name="loginform")";
+constexpr std::string_view kInvalidUsername = "check username and password.";
+constexpr std::string_view kAnonymous = "anonymous";
+
+std::string_view textOf(const HttpRequest& request) {
+  return request.result() ? std::string_view(*request.result()) : std::string_view();
+}
+
+}  // namespace
+
+std::string settingsAddress() {
+  return "http://" + SiteConfiguration::current().siteHost + "/settings";
+}
+
+std::string loginAddress() { return "http://" + SiteConfiguration::current().siteHost + "/login"; }
+
+bool isLoginHeader(std::string_view page) { return page.find(kLoginForm) != page.npos; }
+
+bool isLoginUrl(std::string_view url) { return url == loginAddress(); }
+
+bool isInvalidUsername(std::string_view page) { return page.find(kInvalidUsername) != page.npos; }
+
+bool sessionExists(const HttpRequest& settingsPage) {
+  return settingsPage.isResponseValid() && !isLoginHeader(textOf(settingsPage));
+}
+
+LoginOutcome judgeLogin(const HttpRequest& request) {
+  const std::string_view page = textOf(request);
+  if (page == kAnonymous || sessionExists(request)) {
+    return {true, ""};
+  }
+  if (!request.isResponseValid()) {
+    return {false, "Connection error. Verify your data network."};
+  }
+  if (isInvalidUsername(page)) {
+    return {false, "Bad username or password."};
+  }
+  return {false,
+          "Unknown login error.  Verify you have cookies enabled.  Goto Settings->Safari->Accept "
+          "Cookies.  Select 'From visited' or 'Always' and restart the app."};
+}
+
+std::size_t deleteSessionCookies() {
+  const SiteConfiguration& configuration = SiteConfiguration::current();
+  const std::string site = SiteConfiguration::hostWithoutPort(configuration.siteHost);
+  const std::string defaultSite = SiteConfiguration::hostWithoutPort(configuration.defaultSiteHost);
+  const std::string captcha = SiteConfiguration::hostWithoutPort(configuration.captchaHost);
+  // The site in use may be another than the built-in one; its session ends too.
+  std::vector<std::string> domains{"." + defaultSite, defaultSite, "." + captcha};
+  if (!site.empty()) {
+    domains.insert(domains.end(), {"." + site, site});
+  }
+  return CookieStorage::sharedInstance().erase(domains);
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,38 @@
+import QtQuick
+import Veltramoor
+
+// The donation picture; a tap opens its page outside the application.
+FocusScope {
+    id: root
+    objectName: "donateView"
+
+    required property DonateViewController controller
+
+    width: controller.frame.width
+    height: controller.frame.height
+    activeFocusOnTab: true
+
+    Accessible.role: Accessible.Link
+    Accessible.name: qsTr("Donate to Veltramoor")
+    Accessible.onPressAction: controller.donate()
+
+    Keys.onReturnPressed: controller.donate()
+    Keys.onEnterPressed: controller.donate()
+    Keys.onSpacePressed: controller.donate()
+
+    Text {
+        objectName: "donateLink"
+        anchors.centerIn: parent
+        text: root.controller.html
+        textFormat: Text.RichText
+        onLinkActivated: link => root.controller.shouldStartLoadWithRequest(link, 0)
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: root.activeFocus
+        color: "transparent"
+        radius: 6
+        border { width: 2; color: Theme.accent }
+    }
+}

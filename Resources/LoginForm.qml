@@ -1,0 +1,52 @@
+import QtQuick
+import Veltramoor
+
+// Name, password, switches and the login button.
+Column {
+    id: root
+    objectName: "groupView"
+
+    required property LoginViewController controller
+
+    spacing: 8
+
+    FormField {
+        objectName: "username"
+        width: parent.width
+        field: root.controller.username
+        label: qsTr("User name")
+        placeholder: qsTr("User name")
+    }
+
+    FormField {
+        objectName: "password"
+        width: parent.width
+        field: root.controller.password
+        label: qsTr("Password")
+        placeholder: qsTr("Password")
+        secret: true
+    }
+
+    Toggle {
+        objectName: "anonymousLogin"
+        width: parent.width
+        control: root.controller.anonymousLogin
+        text: qsTr("Anonymous login")
+    }
+
+    Toggle {
+        objectName: "automaticLogin"
+        width: parent.width
+        control: root.controller.automaticLogin
+        text: qsTr("Automatic login")
+    }
+
+    TextButton {
+        objectName: "loginBtn"
+        width: parent.width
+        filled: true
+        enabled: root.controller.loginBtn.enabled
+        label: qsTr("Log in")
+        onClicked: root.controller.login()
+    }
+}

@@ -1,0 +1,115 @@
+import QtQuick
+import Veltramoor
+
+// Name and password over the landscape, the donation picture at the foot.
+FocusScope {
+    id: root
+    objectName: "loginFront"
+
+    required property LoginViewController controller
+
+    // The picture covers the screen without being stretched, and is moved up where it is larger than
+    // the screen, so that the form has room beneath its lettering. Shares of the picture's height.
+    readonly property real letteringTop: 0.12
+    readonly property real letteringBottom: 0.265
+
+    Item {
+        anchors.fill: parent
+        clip: true
+
+        Image {
+            id: background
+            objectName: "loginBackground"
+
+            readonly property size whole: root.controller.backgroundImage === "loginBackIPad.png"
+                                          ? Qt.size(768, 1024)
+                                          : root.controller.backgroundImage === "loginBack5.png"
+                                            ? Qt.size(320, 568) : Qt.size(320, 480)
+            readonly property real cover: Math.max(root.width / whole.width, root.height / whole.height)
+
+            width: whole.width * cover
+            height: whole.height * cover
+            x: (root.width - width) / 2
+            y: Math.min(0, Math.max(root.height - height, 0.17 * root.height - root.letteringTop * height))
+            source: App.imageUrl(root.controller.backgroundImage.replace(".png", "@2x.png"))
+            smooth: true
+        }
+    }
+
+    Flickable {
+        id: scroll
+        objectName: "loginScroll"
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: Math.max(height + root.controller.contentOffset, bottom.y + bottom.height + 12)
+        boundsBehavior: Flickable.StopAtBounds
+        contentY: root.controller.contentOffset
+
+        Behavior on contentY { NumberAnimation { duration: Theme.motion } }
+
+        Item {
+            id: form
+            readonly property real underLettering: background.y + root.letteringBottom * background.height
+            x: Math.round((scroll.width - width) / 2)
+            y: Math.round(Math.min(underLettering, Math.max(100, scroll.height * 0.3)))
+            width: Math.min(scroll.width - 40, 400)
+            height: column.height
+
+            Column {
+                id: column
+                width: parent.width
+                spacing: 4
+
+                SitePanel {
+                    width: parent.width
+                    visible: root.controller.site.shown
+                    site: root.controller.site
+                }
+
+                LoginForm {
+                    width: parent.width
+                    visible: !root.controller.site.shown
+                    controller: root.controller
+                }
+
+                UnderlinedButton {
+                    objectName: "changeSiteButton"
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    visible: !root.controller.site.shown
+                    enabled: root.controller.loginBtn.enabled
+                    label: root.controller.site.siteHost
+                    Accessible.name: qsTr("Site %1, change").arg(root.controller.site.siteHost)
+                    onClicked: root.controller.site.open()
+                }
+            }
+        }
+
+        Item {
+            id: bottom
+            readonly property DonateViewController donate: root.controller.donateView
+            x: Math.round((scroll.width - donate.frame.width) / 2)
+            y: Math.max(donate.frame.y, form.y + form.height + 8)
+            width: donate.frame.width
+            height: donate.frame.height
+
+            DonateView {
+                anchors.fill: parent
+                controller: bottom.donate
+            }
+        }
+    }
+
+    Pressable {
+        objectName: "infoButton"
+        anchors { right: parent.right; top: parent.top; margins: 4 }
+        width: Theme.touchTarget
+        height: Theme.touchTarget
+        label: qsTr("About Veltramoor")
+        onClicked: root.controller.toggleInfoView()
+
+        Image {
+            anchors.centerIn: parent
+            source: App.imageUrl("info.png")
+        }
+    }
+}

@@ -1,0 +1,43 @@
+import QtQuick
+import Veltramoor
+
+// The tabs that do not fit the bar.
+FocusScope {
+    id: root
+    objectName: "moreList"
+    focus: true
+
+    required property MoreListController controller
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.ground
+    }
+
+    ListView {
+        id: list
+        objectName: "moreTable"
+        anchors { fill: parent; topMargin: 44 }
+        model: root.controller.overflow
+        boundsBehavior: Flickable.StopAtBounds
+        focus: true
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        highlightMoveDuration: 0
+        currentIndex: -1
+
+        Accessible.role: Accessible.List
+        Accessible.name: root.controller.title
+
+        Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+        Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+        Keys.onSpacePressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+
+        delegate: MoreRow {
+            width: ListView.view.width
+            // qmllint disable unqualified
+            onClicked: root.controller.didSelectRowAtIndexPath(index)
+            // qmllint enable unqualified
+        }
+    }
+}

@@ -1,0 +1,263 @@
+// The application as a person meets it, in the real window: start, login, tabs, logout.
+#include "Application.h"
+#include "ScreenTest.h"
+#include "platform/Bundle.h"
+#include "platform/CookieStorage.h"
+#include "shell/LogoutViewController.h"
+#include "site/UserInfo.h"
+
+namespace veltramoor {
+namespace {
+
+using test::Application;
+using test::itemNamed;
+using test::waitFor;
+
+class ShellTest : public test::ScreenTest {
+ protected:
+  ShellTest() {
+    SiteConfiguration configuration = SiteConfiguration::current();
+    configuration.noticeHost = site_.host();
+    SiteConfiguration::setCurrent(configuration);
+    qputenv("VELTRAMOOR_REDUCED_MOTION", "1");
+  }
+  ~ShellTest() override { clearCookies(); }
+
+  static void clearCookies() {
+    CookieStorage::sharedInstance().erase({"127.0.0.1", ".127.0.0.1", "other.example"});
+  }
+  // Nothing under way, and the tabs can be chosen again.
+  static bool idle(Application& app) {
+    return waitFor([&] {
+      const TabBarController* tabs = app.root().tabBarController();
+      return !app.root().hasBackgroundWork() && tabs != nullptr &&
+             tabs->viewControllers().front()->tabBarItem()->isEnabled();
+    });
+  }
+  // The name of the session's cookie as the store holds it.
+  static std::size_t sessionCookies() {
+    std::size_t count = 0;
+    for (const Cookie& cookie : CookieStorage::sharedInstance().cookies()) {
+      count += static_cast<std::size_t>(cookie.name == "uid");
+    }
+    return count;
+  }
+  [[nodiscard]] std::size_t logins() const {
+    std::size_t count = 0;
+    for (const DemoRequest& request : site_.log()) {
+      count += static_cast<std::size_t>(request.target == "/login");
+    }
+    return count;
+  }
+};
+
+TEST_F(ShellTest, FromTheFirstStartToTheLogout) {
+  store_.setNumber("Veltramoor_tab", 99);
+  clearCookies();
+  CookieStorage::sharedInstance().insert({"keep", "me", "other.example"});
+  {
+    Application app(nullptr);
+    EXPECT_EQ(store_.string("Veltramoor_version"), Bundle::version());
+    ASSERT_TRUE(app.waitForItem("loginView"));
+    EXPECT_EQ(app.item("tabBar"), nullptr);
+    // Anonymous off, automatic on, the wrong password by keyboard.
+    app.click(app.item("anonymousLogin"));
+    app.click(app.item("automaticLogin"));
+    app.click(app.item("username"));
+    app.typeText("demo");
+    app.type(Qt::Key_Return);
+    app.typeText("wrong");
+    app.type(Qt::Key_Return);
+    EXPECT_EQ(store_.string("Veltramoor_username"), "demo");
+    EXPECT_EQ(store_.string("Veltramoor_password"), "wrong");
+    EXPECT_EQ(app.item("passwordInput")->property("displayText").toString(),
+              QString(5, QChar(0x25CF)))
+        << "masked";
+    EXPECT_EQ(logins(), 0U) << "return logs nobody in";
+    app.click(app.item("loginBtn"));
+    ASSERT_TRUE(waitFor([&] { return app.alert().isVisible(); }));
+    EXPECT_EQ(app.alert().message(), QStringLiteral("Bad username or password."));
+    app.type(Qt::Key_Return);
+    EXPECT_FALSE(app.alert().isVisible());
+    app.click(app.item("password"));
+    app.root().loginViewController()->password()->setText("");
+    app.typeText("demo");
+    app.click(app.item("loginBtn"));
+    ASSERT_TRUE(app.waitForItem("tabBar"));
+    EXPECT_EQ(app.item("loginView"), nullptr);
+    EXPECT_EQ(store_.string("Veltramoor_password"), "demo");
+    EXPECT_EQ(app.root().tabBarController()->selectedIndex(), 0) << "99 is no tab";
+    ASSERT_TRUE(idle(app));
+    EXPECT_EQ(UserInfo::sharedInstance().username(), "demo");
+    EXPECT_EQ(store_.number("Veltramoor_tab"), 99) << "nothing was chosen yet";
+    app.click(app.item("tab0"));
+    EXPECT_EQ(store_.number("Veltramoor_tab"), 0);
+  }
+  EXPECT_EQ(sessionCookies(), 1U);
+  const std::size_t before = logins();
+  Application again(nullptr);
+  ASSERT_TRUE(again.waitForItem("tabBar")) << "automatic login";
+  EXPECT_EQ(logins(), before) << "the session survived";
+  ASSERT_TRUE(idle(again));
+  TabBarController* tabs = again.root().tabBarController();
+  LoginViewController* first = again.root().loginViewController();
+  tabs->choose(tabs->viewControllers().back().get());
+  ASSERT_TRUE(again.waitForItem("loginView"));
+  EXPECT_FALSE(again.item("tabBar")->isVisible());
+  EXPECT_NE(again.root().loginViewController(), first) << "a fresh login screen";
+  EXPECT_EQ(store_.number("Veltramoor_tab"), 0) << "the next start must not log out again";
+  EXPECT_EQ(sessionCookies(), 0U);
+  bool kept = false;
+  for (const Cookie& cookie : CookieStorage::sharedInstance().cookies()) {
+    kept = kept || cookie.domain == "other.example";
+  }
+  EXPECT_TRUE(kept);
+  EXPECT_TRUE(again.root().loginViewController()->automaticLogin()->isOn());
+  EXPECT_FALSE(again.root().hasBackgroundWork()) << "no login by itself after a logout";
+  again.click(again.item("loginBtn"));
+  ASSERT_TRUE(again.waitForItem("tabBar"));
+  EXPECT_EQ(again.root().tabBarController(), tabs) << "the tabs were kept";
+  EXPECT_EQ(tabs->selectedIndex(), 0);
+  ASSERT_TRUE(idle(again));
+}
+
+// A tab remembered in any way that it can stand in the store.
+TEST_F(ShellTest, AStoredTabThatIsNoneOpensTheFirst) {
+  for (const std::int64_t stored : {std::int64_t{99}, std::int64_t{-1}, std::int64_t{0x7fffffff}}) {
+    store_.setNumber("Veltramoor_tab", stored);
+    Application app(nullptr);
+    app.root().switchViews();
+    EXPECT_EQ(app.root().tabBarController()->selectedIndex(), 0) << stored;
+    ASSERT_TRUE(idle(app));
+  }
+  store_.setString("Veltramoor_tab", "3");
+  Application app(nullptr);
+  app.root().switchViews();
+  EXPECT_EQ(app.root().tabBarController()->selectedIndex(), 0) << "text";
+  ASSERT_TRUE(idle(app));
+}
+
+TEST_F(ShellTest, ASessionThatTheSiteForgotIsRenewedOrEnded) {
+  Application app(nullptr);
+  app.root().switchViews();
+  ASSERT_TRUE(idle(app));
+  LoginViewController& login = *app.root().loginViewController();
+  login.username()->setText("demo");
+  for (const auto& [password, valid] :
+       std::vector<std::pair<QString, bool>>{{"demo", true}, {"wrong", false}}) {
+    login.password()->setText(password);
+    const std::size_t before = logins();
+    app.root().sessionInvalidated();
+    EXPECT_FALSE(app.root().sessionValidated());
+    ASSERT_TRUE(waitFor([&] { return logins() == before + 1 && !login.hasBackgroundWork(); }));
+    ASSERT_TRUE(waitFor(
+        [&] { return app.root().showLogin() == valid && app.root().sessionValidated() == valid; }));
+  }
+  ASSERT_TRUE(app.waitForItem("loginView"));
+}
+
+TEST_F(ShellTest, ThePanelTurnsAndReturns) {
+  Application app(nullptr);
+  ASSERT_TRUE(app.waitForItem("loginView"));
+  app.click(app.item("infoButton"));
+  EXPECT_TRUE(app.root().loginViewController()->isInfoViewShown());
+  ASSERT_TRUE(waitFor([&] { return app.item("returnButton")->hasActiveFocus(); }));
+  app.type(Qt::Key_Escape);
+  EXPECT_FALSE(app.root().loginViewController()->isInfoViewShown());
+}
+
+// Eleven plain screens: what the bar and the "More" list do with them, whatever they show.
+class TabBarTest : public test::ScreenTest {
+ protected:
+  class Screen : public ViewController {
+   public:
+    explicit Screen(int number) : ViewController(QStringLiteral("MoreList.qml")) {
+      tabBarItem()->set(QString::number(number), QStringLiteral("tabbar-all.png"), 0);
+    }
+    void viewWillAppear() override { ++appearances; }
+    void viewWillDisappear() override { ++disappearances; }
+    int appearances = 0;
+    int disappearances = 0;
+  };
+  class Delegate : public TabBarControllerDelegate {
+   public:
+    void didSelectViewController(ViewController* controller) override { chosen = controller; }
+    ViewController* chosen = nullptr;
+  };
+
+  TabBarTest() {
+    std::vector<std::shared_ptr<ViewController>> all;
+    for (int i = 0; i < 11; ++i) {
+      screens_.push_back(std::make_shared<Screen>(i));
+      all.push_back(screens_.back());
+    }
+    Device::sharedInstance().setScreenSize({360, 720});
+    tabs_.setViewControllers(all);
+    tabs_.setDelegate(&delegate_);
+  }
+  ~TabBarTest() override { Device::sharedInstance().setScreenSize({320, 480}); }
+
+  std::vector<std::shared_ptr<Screen>> screens_;
+  Delegate delegate_;
+  TabBarController tabs_;
+};
+
+TEST_F(TabBarTest, FiveSlotsOnAPhoneAndEightOnATablet) {
+  EXPECT_EQ(tabs_.bar()->count(), 5);
+  auto* more =
+      qobject_cast<MoreListController*>(tabs_.moreNavigationController()->topViewController());
+  ASSERT_NE(more, nullptr);
+  EXPECT_EQ(more->overflow()->count(), 7);
+  EXPECT_EQ(tabs_.bar()->controllers().back().get(), tabs_.moreNavigationController());
+  Device::sharedInstance().setScreenSize({768, 1024});
+  EXPECT_EQ(tabs_.bar()->count(), 8);
+  EXPECT_EQ(more->overflow()->count(), 4);
+  tabs_.setViewControllers({screens_[0], screens_[1]});
+  EXPECT_EQ(tabs_.bar()->count(), 2);
+  EXPECT_EQ(tabs_.tabBarHeight(), 49);
+}
+
+TEST_F(TabBarTest, ScreensAppearAndDisappearOnceEach) {
+  tabs_.viewWillAppear();
+  EXPECT_EQ(screens_[0]->appearances, 1);
+  tabs_.didSelectSlot(2);
+  EXPECT_EQ(screens_[0]->disappearances, 1);
+  EXPECT_EQ(screens_[2]->appearances, 1);
+  EXPECT_EQ(delegate_.chosen, screens_[2].get());
+  EXPECT_EQ(tabs_.selectedIndex(), 2);
+  EXPECT_EQ(tabs_.selectedSlot(), 2);
+  tabs_.didSelectSlot(4);
+  EXPECT_EQ(tabs_.selectedIndex(), TabBarController::kMoreIndex);
+  EXPECT_EQ(screens_[2]->disappearances, 1);
+  auto* more =
+      qobject_cast<MoreListController*>(tabs_.moreNavigationController()->topViewController());
+  more->didSelectRowAtIndexPath(6);
+  EXPECT_EQ(tabs_.selectedIndex(), 10);
+  EXPECT_EQ(tabs_.selectedSlot(), 4) << "it stands under \"More\"";
+  EXPECT_EQ(screens_[10]->appearances, 1);
+  screens_[1]->tabBarItem()->setEnabled(false);
+  tabs_.didSelectSlot(1);
+  EXPECT_EQ(tabs_.selectedIndex(), 10) << "a disabled tab cannot be chosen";
+  tabs_.setSelectedIndex(11);
+  EXPECT_EQ(tabs_.selectedIndex(), 10);
+}
+
+TEST_F(TabBarTest, AScreenThatLogsOutWhileItAppearsLeavesTheFirstTabSelected) {
+  int logouts = 0;
+  const auto logout = std::make_shared<LogoutViewController>([&] {
+    ++logouts;
+    tabs_.viewWillDisappear();
+  });
+  tabs_.setViewControllers({screens_[0], screens_[1], logout});
+  tabs_.viewWillAppear();
+  tabs_.didSelectSlot(1);
+  const int appearances = screens_[0]->appearances;
+  tabs_.didSelectSlot(2);
+  EXPECT_EQ(logouts, 1);
+  EXPECT_EQ(tabs_.selectedIndex(), 0);
+  EXPECT_EQ(delegate_.chosen, screens_[0].get());
+  EXPECT_EQ(screens_[0]->appearances, appearances) << "the bar is off the window by then";
+}
+
+}  // namespace
+}  // namespace veltramoor
