@@ -14,7 +14,10 @@ FocusScope {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: alert.title + ". " + alert.message
 
-    Keys.onEscapePressed: alert.dismissWithButtonIndex(0)
+    Keys.onEscapePressed: event => {
+        if (!event.isAutoRepeat)
+            alert.dismissWithButtonIndex(0)
+    }
 
     Rectangle {
         anchors.fill: parent

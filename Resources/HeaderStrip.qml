@@ -89,8 +89,9 @@ Item {
 
                 Shortcut {
                     sequences: ["F5", "Ctrl+R"]
+                    autoRepeat: false
                     onActivated: root.header.refresh()
-                    enabled: root.visible && root.header.refreshBtn.enabled
+                    enabled: root.visible && root.enabled && root.header.refreshBtn.enabled
                 }
             }
         }

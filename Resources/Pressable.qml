@@ -20,9 +20,15 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: root.clicked()
 
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
-    Keys.onSpacePressed: root.clicked()
+    // A key held down presses once, like a finger.
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+    Keys.onSpacePressed: event => press(event)
+
+    function press(event: KeyEvent): void {
+        if (!event.isAutoRepeat)
+            root.clicked()
+    }
 
     Rectangle {
         anchors.fill: parent

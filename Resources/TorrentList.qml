@@ -64,7 +64,10 @@ FocusScope {
 
         Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
         Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
-        Keys.onSpacePressed: root.controller.didTapDownloadButton(currentIndex)
+        Keys.onSpacePressed: event => {
+            if (!event.isAutoRepeat)
+                root.controller.didTapDownloadButton(currentIndex)
+        }
         Keys.onPressed: event => {
             keyboardInUse = true
             switch (event.key) {

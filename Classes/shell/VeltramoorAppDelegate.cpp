@@ -71,9 +71,9 @@ void VeltramoorAppDelegate::applicationDidFinishLaunching(std::shared_ptr<ViewCo
   }
 }
 
-void VeltramoorAppDelegate::applicationWillTerminate() {
+bool VeltramoorAppDelegate::applicationWillTerminate() {
   if (viewController_ == nullptr) {
-    return;
+    return true;
   }
   viewController_->viewWillDisappear();
   for (const QDeadlineTimer grace(kGrace);
@@ -87,8 +87,12 @@ void VeltramoorAppDelegate::applicationWillTerminate() {
        viewController_->hasBackgroundWork() && !grace.hasExpired();) {
     QThread::msleep(5);
   }
-  viewController_.reset();
   DemoSiteProcess::sharedInstance().stop();
+  if (viewController_->hasBackgroundWork()) {
+    return false;
+  }
+  viewController_.reset();
+  return true;
 }
 
 View* VeltramoorAppDelegate::window() const { return applicationWindow(); }

@@ -37,8 +37,10 @@ class VeltramoorAppDelegate : public QObject {
   /// Notes the running version, and builds the root screen, or takes `root` for it.
   void applicationDidFinishLaunching(std::shared_ptr<ViewController> root = nullptr);
   /// Gives sends and pages that are under way one second to end, then has the rest fail, so that
-  /// the program ends within two whatever a server does. Nothing may be shown afterwards.
-  void applicationWillTerminate();
+  /// the program ends within two whatever a server does. Nothing may be shown afterwards. False
+  /// when something could not be ended: then the screens are kept, and the program must leave
+  /// without tearing down what that work may still touch.
+  [[nodiscard]] bool applicationWillTerminate();
 
   [[nodiscard]] ViewController* viewController() const { return viewController_.get(); }
   [[nodiscard]] AlertView* alertView() { return &alertView_; }

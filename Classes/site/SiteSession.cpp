@@ -58,7 +58,11 @@ std::size_t deleteSessionCookies() {
   if (!site.empty()) {
     domains.insert(domains.end(), {"." + site, site});
   }
-  return CookieStorage::sharedInstance().erase(domains);
+  // Gone from the disk as well before anything else happens.
+  CookieStorage& cookies = CookieStorage::sharedInstance();
+  const std::size_t deleted = cookies.erase(domains);
+  cookies.saveIfChanged();
+  return deleted;
 }
 
 }  // namespace veltramoor

@@ -4,9 +4,15 @@
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
+#include "SelfTest.h"
+#include "platform/Alerts.h"
 #include "platform/Bundle.h"
+#include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/StateFile.h"
 #include "shell/VeltramoorAppDelegate.h"
@@ -50,9 +56,82 @@ void reportFirstFrame(QQuickWindow* window) {
       static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
+// The window in its engine; null when it could not be made.
+QQuickWindow* loadWindow(QQmlApplicationEngine& engine, const QCommandLineParser& parser) {
+  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+  if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size"))); size.isValid()) {
+    engine.setInitialProperties(
+        {{QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}});
+  }
+  engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
+  return engine.rootObjects().isEmpty()
+             ? nullptr
+             : qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+}
+
+// Ends the program. Work that a server or a lock still holds up must not meet what is torn down at
+// the end; everything that matters is on the disk by then.
+int terminate(veltramoor::VeltramoorAppDelegate& delegate, int status) {
+  if (!delegate.applicationWillTerminate()) {
+    std::fflush(nullptr);
+    std::_Exit(status);
+  }
+  return status;
+}
+
+int run(const QCommandLineParser& parser) {
+  veltramoor::VeltramoorAppDelegate delegate;
+  delegate.applicationDidFinishLaunching();
+  int status = 1;
+  {
+    QQmlApplicationEngine engine;
+    QQuickWindow* window = loadWindow(engine, parser);
+    if (window != nullptr && parser.isSet(QStringLiteral("self-test"))) {
+      status = veltramoor::runSelfTest(delegate, engine, *window) == 0 ? 0 : 1;
+    } else if (window != nullptr) {
+      if (parser.isSet(QStringLiteral("report-first-frame"))) {
+        reportFirstFrame(window);
+      }
+      status = QGuiApplication::exec();
+    }
+  }
+  return terminate(delegate, status);
+}
+
+// A window that says why the application cannot open, and nothing else.
+int showWhyNot(const QCommandLineParser& parser, const std::string& reason) {
+  veltramoor::Preferences nothing(std::nullopt);
+  veltramoor::Preferences::setSharedInstance(&nothing);
+  veltramoor::VeltramoorAppDelegate delegate;
+  delegate.applicationDidFinishLaunching(
+      std::make_shared<veltramoor::ViewController>(QStringLiteral("Blank.qml")));
+  veltramoor::Alert alert;
+  alert.title = "Veltramoor cannot open";
+  alert.message = reason;
+  alert.buttons = {"Ok"};
+  alert.clicked = [](int) { QCoreApplication::exit(1); };
+  veltramoor::Alerts::show(std::move(alert));
+  {
+    QQmlApplicationEngine engine;
+    if (loadWindow(engine, parser) != nullptr) {
+      QGuiApplication::exec();
+    }
+  }
+  return terminate(delegate, 1);
+}
+
+bool isSelfTest(int argc, char** argv) {
+  return std::any_of(argv, argv + argc, [](const char* argument) {
+    return std::string_view(argument) == "--self-test";
+  });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (isSelfTest(argc, argv)) {
+    veltramoor::prepareSelfTest();
+  }
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("veltramoor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Veltramoor"));
@@ -68,6 +147,8 @@ int main(int argc, char** argv) {
                     QStringLiteral("WxH")});
   parser.addOption({QStringLiteral("report-first-frame"),
                     QStringLiteral("Print \"first frame\" when the window has been painted.")});
+  parser.addOption({QStringLiteral("self-test"),
+                    QStringLiteral("Show every screen once and say what is wrong with them.")});
   for (const auto& [name, field] : SiteConfiguration::keys()) {
     parser.addOption({QString::fromStdString(name),
                       QStringLiteral("Overrides %1 of the configuration file.")
@@ -78,32 +159,9 @@ int main(int argc, char** argv) {
   SiteConfiguration::setCurrent(configurationFrom(parser));
 
   try {
-    veltramoor::VeltramoorAppDelegate delegate;
-    delegate.applicationDidFinishLaunching();
-    int status = 1;
-    {
-      QQmlApplicationEngine engine;
-      engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-      if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size")));
-          size.isValid()) {
-        engine.setInitialProperties(
-            {{QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}});
-      }
-      engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
-      auto* window = engine.rootObjects().isEmpty()
-                         ? nullptr
-                         : qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
-      if (window != nullptr) {
-        if (parser.isSet(QStringLiteral("report-first-frame"))) {
-          reportFirstFrame(window);
-        }
-        status = QGuiApplication::exec();
-      }
-    }
-    delegate.applicationWillTerminate();
-    return status;
+    return run(parser);
   } catch (const veltramoor::StateFileError& error) {
     std::fprintf(stderr, "veltramoor: %s\n", error.what());
-    return 1;
+    return showWhyNot(parser, error.what());
   }
 }

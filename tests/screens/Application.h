@@ -50,7 +50,7 @@ class Application {
   }
   ~Application() {
     engine_.reset();
-    delegate_.applicationWillTerminate();
+    EXPECT_TRUE(delegate_.applicationWillTerminate());
   }
 
   [[nodiscard]] QQuickWindow* window() const { return window_; }

@@ -65,11 +65,26 @@ TEST_F(WindowTest, AFailedSendShowsOneAlertThatTheKeyboardCloses) {
   ASSERT_TRUE(waitFor([&] { return app.alert().isVisible(); }));
   EXPECT_TRUE(app.item("alertBox")->isVisible());
   app.click(app.item("refreshBtn"));
-  EXPECT_TRUE(app.list().headerView()->refreshBtn()->isEnabled()) << "nothing beneath takes taps";
+  app.type(Qt::Key_F5);
+  EXPECT_TRUE(app.list().headerView()->refreshBtn()->isEnabled())
+      << "nothing beneath takes taps or keys";
   app.type(Qt::Key_Return);
   EXPECT_FALSE(app.alert().isVisible());
   EXPECT_FALSE(app.item("alertBox")->isVisible());
   ASSERT_TRUE(waitFor([&] { return app.list().sendingTorrentCount() == 0; }));
+}
+
+TEST_F(WindowTest, AHeldKeySendsOnce) {
+  const test::RawServer client([](const test::RecordedRequest&) { return test::RawReply::hang(); });
+  configure(std::to_string(client.port()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  app.type(Qt::Key_Home);
+  for (int i = 0; i < 20; ++i) {
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), i > 0);
+    QCoreApplication::sendEvent(app.window(), &held);
+  }
+  EXPECT_EQ(app.list().sendingTorrentCount(), 1);
 }
 
 TEST_F(WindowTest, WorksByKeyboardAlone) {

@@ -1,0 +1,127 @@
+#include <fmt/format.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "Commands.h"
+#include "platform/SiteConfiguration.h"
+#include "platform/UrlLoading.h"
+#include "site/FetchPageLoginCheck.h"
+#include "site/FetchPageSignIn.h"
+#include "site/SiteSession.h"
+#include "site/UserInfo.h"
+
+namespace veltramoor::cli {
+namespace {
+
+using Page = std::shared_ptr<HttpRequest>;
+
+// Keeps what is typed at a terminal off the screen.
+class Unseen {
+ public:
+  Unseen() : isTerminal_(::isatty(STDIN_FILENO) == 1 && ::tcgetattr(STDIN_FILENO, &before_) == 0) {
+    if (isTerminal_) {
+      termios quiet = before_;
+      quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+      ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+      fmt::print(stderr, "Password: ");
+    }
+  }
+  ~Unseen() {
+    if (isTerminal_) {
+      ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+      fmt::print(stderr, "\n");
+    }
+  }
+  Unseen(const Unseen&) = delete;
+  Unseen& operator=(const Unseen&) = delete;
+
+ private:
+  termios before_{};
+  bool isTerminal_;
+};
+
+template <typename Operation, typename... Arguments>
+Page exchange(Terminal& terminal, const std::string& address, Arguments&&... arguments) {
+  Page page;
+  OperationQueue queue(1);
+  terminal.wait([&](const std::function<void(bool)>& done) {
+    queue.addOperation(std::make_shared<Operation>(
+        Url::parse(address), std::forward<Arguments>(arguments)..., [&page, done](Page answer) {
+          page = std::move(answer);
+          done(true);
+        }));
+  });
+  return page;
+}
+
+int tell(bool json) {
+  const UserInfo& user = UserInfo::sharedInstance();
+  const std::string name = user.username().value_or("Anonymous");
+  if (json) {
+    fmt::print("{}\n",
+               nlohmann::json{{"username", name}, {"ratio", user.ratio().value_or("")}}.dump(
+                   2, ' ', false, nlohmann::json::error_handler_t::replace));
+  } else {
+    fmt::print("{} ({})\n", printable(name), printable(user.ratio().value_or("")));
+  }
+  return kDone;
+}
+
+int noSite() {
+  return fail(kRefused, fmt::format("No site is set. Give --site-host, or set site-host in {}.",
+                                    SiteConfiguration::defaultFile().string()));
+}
+
+int login(Terminal& terminal, const std::string& username, bool json) {
+  if (SiteConfiguration::current().siteHost.empty()) {
+    return noSite();
+  }
+  std::string password;
+  {
+    const Unseen unseen;
+    std::getline(std::cin, password);
+  }
+  const Page page = exchange<FetchPageSignIn>(terminal, loginAddress(), username, password);
+  const LoginOutcome outcome = judgeLogin(*page);
+  return outcome.loggedIn ? tell(json) : fail(kRefused, outcome.message);
+}
+
+int whoami(Terminal& terminal, bool json) {
+  if (SiteConfiguration::current().siteHost.empty()) {
+    return noSite();
+  }
+  const Page page = exchange<FetchPageLoginCheck>(terminal, settingsAddress());
+  if (!page->isResponseValid()) {
+    return fail(kRefused, judgeLogin(*page).message);
+  }
+  if (!sessionExists(*page)) {
+    UserInfo::sharedInstance().setUsername("Anonymous");
+    UserInfo::sharedInstance().setRatio("N/A");
+  }
+  return tell(json);
+}
+
+int logout() {
+  deleteSessionCookies();
+  return kDone;
+}
+
+}  // namespace
+
+void addSessionCommands(CLI::App& app, Commands& commands) {
+  CLI::App* signIn = app.add_subcommand(
+      "login", "Sign in to the site; the password is asked for, or read from standard input");
+  const auto username = std::make_shared<std::string>();
+  signIn->add_option("username", *username, "Your name at the site")->required();
+  commands.push_back({signIn, [username](Terminal& terminal, bool json) {
+                        return login(terminal, *username, json);
+                      }});
+  commands.push_back(
+      {app.add_subcommand("logout", "End the session"), [](Terminal&, bool) { return logout(); }});
+  commands.push_back({app.add_subcommand("whoami", "Show who the site takes you for"), whoami});
+}
+
+}  // namespace veltramoor::cli
