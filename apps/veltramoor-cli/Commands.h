@@ -16,8 +16,10 @@ struct Command {
 };
 using Commands = std::vector<Command>;
 
-/// recent, send, history.
+/// recent, search, top, uploads.
 void addListCommands(CLI::App& app, Commands& commands);
+/// send, history.
+void addSendCommands(CLI::App& app, Commands& commands);
 /// remote set, show.
 void addRemoteCommands(CLI::App& app, Commands& commands);
 
