@@ -8,6 +8,8 @@ Item {
     objectName: "headerView"
 
     required property HeaderView header
+    /// Height of what a list leaves uncovered.
+    property real seenHeight: header.touchHeight
 
     x: header.frame.x
     y: header.frame.y
@@ -49,7 +51,7 @@ Item {
             id: user
             objectName: "usernameLbl"
             anchors { left: parent.left; leftMargin: 4; right: buttons.left; rightMargin: 8 }
-            height: parent.height
+            height: root.seenHeight
             name: root.header.usernameLbl.title
             status: root.header.ratioLbl
             onClicked: root.header.viewProfile()
@@ -57,12 +59,15 @@ Item {
 
         Row {
             id: buttons
-            anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
+            anchors { right: parent.right; rightMargin: 4 }
+            y: (root.seenHeight - height) / 2
+            readonly property real side: Math.min(Theme.touchTarget, root.seenHeight)
 
             IconButton {
                 objectName: "filtersBtn"
                 label: qsTr("Filters")
                 image: "filters.png"
+                height: buttons.side
                 button: root.header.filtersBtn
                 onClicked: root.header.filters()
             }
@@ -70,6 +75,7 @@ Item {
                 objectName: "searchBtn"
                 label: qsTr("Search settings")
                 image: "search.png"
+                height: buttons.side
                 button: root.header.searchBtn
                 onClicked: root.header.search()
             }
@@ -77,6 +83,7 @@ Item {
                 objectName: "settingsBtn"
                 label: qsTr("List settings")
                 image: "settings.png"
+                height: buttons.side
                 button: root.header.settingsBtn
                 onClicked: root.header.settings()
             }
@@ -84,6 +91,7 @@ Item {
                 objectName: "refreshBtn"
                 label: qsTr("Refresh")
                 image: "refresh.png"
+                height: buttons.side
                 button: root.header.refreshBtn
                 onClicked: root.header.refresh()
 

@@ -127,5 +127,42 @@ FocusScope {
 
     HeaderStrip {
         header: root.header
+        seenHeight: root.controller.searchBar === null
+                    ? root.header.touchHeight
+                    : root.controller.searchBarFrame.y - root.header.frame.y
+    }
+
+    Loader {
+        x: root.controller.searchBarFrame.x
+        y: root.controller.searchBarFrame.y
+        width: root.controller.searchBarFrame.width
+        height: root.controller.searchBarFrame.height
+        active: root.controller.searchBar !== null
+
+        // qmllint disable unqualified
+        sourceComponent: SearchBar {
+            field: root.controller.searchBar
+            onFinished: list.forceActiveFocus()
+        }
+        // qmllint enable unqualified
+    }
+
+    // Sees every touch of the screen and takes none.
+    Item {
+        anchors.fill: parent
+        z: 1
+
+        PointHandler {
+            id: touch
+            enabled: root.controller.searchBar !== null
+            onActiveChanged: {
+                const bar = root.controller.searchBarFrame
+                const at = touch.point.pressPosition
+                const inBar = at.x >= bar.x && at.x < bar.x + bar.width
+                            && at.y >= bar.y && at.y < bar.y + bar.height
+                if (active && !inBar)
+                    root.controller.touchesBegan()
+            }
+        }
     }
 }

@@ -32,6 +32,7 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: controller.didSelectRowAtIndexPath(index)
 
+    readonly property bool loadMoreItem: loadMore && controller.drawsLoadMoreItem
     readonly property bool current: ListView.isCurrentItem && ListView.view.activeFocus
                                     && keyboardInUse
 
@@ -43,7 +44,7 @@ Item {
     FlatTableViewCellView {
         objectName: "torrentCell"
         anchors.fill: parent
-        visible: !root.loadMore
+        visible: !root.loadMoreItem
         cell: TorrentItemTableViewCell {
             id: torrentCell
             highlighted: area.pressed && root.controller.tableView.allowsSelection
@@ -51,7 +52,7 @@ Item {
     }
 
     LoadMoreItem {
-        visible: root.loadMore
+        visible: root.loadMoreItem
         anchors.fill: parent
         item: root.controller.loadMoreItem
         pressed: area.pressed

@@ -49,11 +49,16 @@ void AllListViewController::loadView() {
   const Device& device = Device::sharedInstance();
   const double tabBarHeight =
       tabBarController() == nullptr ? 0 : tabBarController()->tabBarHeight();
-  layout_ =
-      listLayout(device.screenSize(), device.isPad(), device.screenSize().height(), tabBarHeight);
+  layout_ = listLayout(device.screenSize(), device.isPad(), device.screenSize().height(),
+                       tabBarHeight, searchBar_ != nullptr);
   tableView_.setFrame(layout_.table);
   headerView_.setFrame(layout_.header);
   emit layoutChanged();
+}
+
+void AllListViewController::setSearchBar(TextField* bar) {
+  searchBar_ = bar;
+  loadView();
 }
 
 QString AllListViewController::bannerPattern() const {
@@ -68,7 +73,7 @@ void AllListViewController::viewWillAppear() {
   }
   if (!rows_.torrents()) {
     currentPage_ = 0;
-    fetchPage(0);
+    fetchFirstPage();
   }
 }
 
@@ -76,11 +81,19 @@ bool AllListViewController::hasBackgroundWork() const {
   return operationQueue_.operationCount() + imageOperationQueue_.operationCount() > 0;
 }
 
+std::optional<std::string> AllListViewController::setting(std::string_view key) const {
+  const auto found = overrides_.find(key);
+  return found != overrides_.end() ? found->second : Preferences::sharedInstance().string(key);
+}
+
+void AllListViewController::overrideSetting(std::string_view key, std::string value) {
+  overrides_.insert_or_assign(std::string(key), std::move(value));
+}
+
 std::optional<Url> AllListViewController::pageUrl(int page) {
-  const Preferences& preferences = Preferences::sharedInstance();
-  myCategories_ = preferences.string(PreferencesKeys::recentCategory);
-  const std::string order = sortedOrder(preferences.string(PreferencesKeys::recentOrderBy),
-                                        preferences.string(PreferencesKeys::recentSortBy));
+  myCategories_ = setting(PreferencesKeys::recentCategory);
+  const std::string order =
+      sortedOrder(setting(PreferencesKeys::recentOrderBy), setting(PreferencesKeys::recentSortBy));
   const std::string& host = SiteConfiguration::current().siteHost;
   if (isSet(myCategories_) && *myCategories_ != "0") {
     return Url::parse(fmt::format("http://{}/browse/{}/{}/{}/", host, *myCategories_, page, order));
@@ -98,14 +111,19 @@ void AllListViewController::showLoadingOverlay(const QString& message) {
 
 void AllListViewController::fetchPage(int page) {
   currentPage_ = page;
+  fetch(pageUrl(page));
+}
+
+void AllListViewController::fetch(std::optional<Url> url) {
   setNotice({});
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
-  showLoadingOverlay(tr("Loading..."));
+  showLoadingOverlay(loadingText());
   tableView_.setAllowsSelection(false);
   disableTabs(true);
   operationQueue_.addOperation(std::make_shared<FetchPageAllTorrents>(
-      pageUrl(page), [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
+      std::move(url),
+      [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
         self->loadedTorrents(std::move(torrents));
       }));
 }
@@ -139,9 +157,13 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
                   ? tr("The site did not answer. Check the connection, then tap refresh.")
                   : tr("The next page did not come. Tap refresh to start again."));
   } else if (rows_.torrentCount() == 0) {
-    setNotice(tr("No torrents here. Tap refresh, or choose another category."));
+    setNotice(emptyText());
   }
   emit pageLoaded(arrived);
+}
+
+QString AllListViewController::emptyText() const {
+  return tr("No torrents here. Tap refresh, or choose another category.");
 }
 
 void AllListViewController::filterData(std::vector<Torrent>& page) {
@@ -157,14 +179,18 @@ void AllListViewController::didRefresh() {
   tableView_.scrollToTop();
   tableView_.setScrollEnabled(false);
   refreshed_ = true;
-  fetchPage(0);
+  currentPage_ = 0;
+  fetchFirstPage();
 }
 
 void AllListViewController::didSettings() {
   if (navigationController() != nullptr) {
-    navigationController()->pushViewController(
-        RecentDisplaySettingsViewController::sharedInstance());
+    navigationController()->pushViewController(displaySettings());
   }
+}
+
+std::shared_ptr<ViewController> AllListViewController::displaySettings() const {
+  return RecentDisplaySettingsViewController::sharedInstance();
 }
 
 void AllListViewController::didSelectProfile(const std::optional<QString>& username) {

@@ -4,8 +4,10 @@
 #include <QImage>
 #include <QPointer>
 #include <QString>
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lists/HeaderView.h"
@@ -17,6 +19,7 @@
 #include "platform/OperationQueue.h"
 #include "platform/Url.h"
 #include "toolkit/TableView.h"
+#include "toolkit/TextField.h"
 #include "toolkit/ViewController.h"
 
 namespace veltramoor {
@@ -38,6 +41,9 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   Q_PROPERTY(double tableTopInset READ tableTopInset NOTIFY layoutChanged)
   Q_PROPERTY(QString bannerPattern READ bannerPattern NOTIFY layoutChanged)
   Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+  Q_PROPERTY(veltramoor::TextField* searchBar READ searchBar CONSTANT)
+  Q_PROPERTY(QRectF searchBarFrame READ searchBarFrame NOTIFY layoutChanged)
+  Q_PROPERTY(bool drawsLoadMoreItem READ drawsLoadMoreItem CONSTANT)
 
  public:
   static constexpr double kRowHeight = 37;
@@ -75,7 +81,10 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
 
   Q_INVOKABLE void didSelectRowAtIndexPath(int row);
   /// Fills `cell` with what row `row` shows.
-  Q_INVOKABLE void cellForRowAtIndexPath(int row, veltramoor::TorrentItemTableViewCell* cell);
+  Q_INVOKABLE virtual void cellForRowAtIndexPath(int row,
+                                                 veltramoor::TorrentItemTableViewCell* cell);
+  /// A touch has begun somewhere on the view.
+  Q_INVOKABLE virtual void touchesBegan() {}
   [[nodiscard]] QImage cachedImageForTorrent(const QString& key) { return images_.image(key); }
   /// Lays the screen out for the device's present size.
   void loadView();
@@ -90,6 +99,16 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   [[nodiscard]] QString bannerPattern() const;
   /// One line on why the list is empty, or has ended early, and what to do; else "".
   [[nodiscard]] QString notice() const { return notice_; }
+  /// The query field above the table; null for a list without one.
+  [[nodiscard]] TextField* searchBar() { return searchBar_; }
+  [[nodiscard]] QRectF searchBarFrame() const { return layout_.searchBar; }
+  /// Whether the row after the last torrent is drawn as the "load more" item.
+  [[nodiscard]] virtual bool drawsLoadMoreItem() const { return true; }
+
+  /// The stored setting, or what this list was told in its place.
+  [[nodiscard]] std::optional<std::string> setting(std::string_view key) const;
+  /// Has this one list take `value` for the setting; nothing is stored.
+  void overrideSetting(std::string_view key, std::string value);
 
   [[nodiscard]] int currentPage() const { return currentPage_; }
   [[nodiscard]] int sendingTorrentCount() const { return sendingTorrentCount_; }
@@ -107,10 +126,25 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
  protected:
   /// Address of page `page` by the settings of this moment; none when it cannot be a URL.
   [[nodiscard]] virtual std::optional<Url> pageUrl(int page);
+  /// What the overlay says while a page is fetched.
+  [[nodiscard]] virtual QString loadingText() const { return tr("Loading..."); }
+  /// One line on why a page without rows has none.
+  [[nodiscard]] virtual QString emptyText() const;
+  /// The settings screen of this list.
+  [[nodiscard]] virtual std::shared_ptr<ViewController> displaySettings() const;
+  /// What the first appearance and a refresh ask for.
+  virtual void fetchFirstPage() { fetchPage(0); }
+  /// Queues the fetch of one page with everything that shows that it is under way.
+  void fetch(std::optional<Url> url);
+  /// Whether a page has been asked for and has not arrived.
+  [[nodiscard]] bool isFetching() { return !headerView_.refreshBtn()->isEnabled(); }
+  /// Makes room for a search bar; not owned.
+  void setSearchBar(TextField* bar);
+  void setCurrentPage(int page) { currentPage_ = page; }
+  void setNotice(const QString& text);
   void showLoadingOverlay(const QString& text);
 
  private:
-  void setNotice(const QString& text);
   void setSendingText(bool plural);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
@@ -119,6 +153,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   TableView tableView_;
   HeaderView headerView_;
   LoadMoreItemView loadMoreItem_;
+  TextField* searchBar_ = nullptr;
   ListLayout layout_;
   ImageCache images_;
   LoadingIndicator* loading_ = nullptr;
@@ -126,6 +161,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   QString notice_;
   std::optional<std::string> lastDate_;
   std::optional<std::string> myCategories_;
+  std::map<std::string, std::string, std::less<>> overrides_;
   int currentPage_ = 0;
   int sendingTorrentCount_ = 0;
   bool refreshed_ = false;

@@ -8,16 +8,30 @@ namespace {
 constexpr double kPhoneBanner = 50;
 constexpr double kPadBanner = 90;
 constexpr double kTableBelowBanner = 34;
+constexpr double kSearchBar = 45;
 }  // namespace
 
-ListLayout listLayout(QSizeF screen, bool pad, double containerHeight, double tabBarHeight) {
+ListLayout listLayout(QSizeF screen, bool pad, double containerHeight, double tabBarHeight,
+                      bool withSearchBar) {
   const double banner = pad ? kPadBanner : kPhoneBanner;
+  const QRectF bannerFrame(0, 0, screen.width(), banner);
+  const QRectF header(0, banner, screen.width(), HeaderView::kHeight);
+  const double top = banner + kTableBelowBanner;
+  if (withSearchBar) {
+    const double height = containerHeight - tabBarHeight - kSearchBar - 53;
+    return {.banner = bannerFrame,
+            .table = QRectF(0, top + kSearchBar, screen.width(), height),
+            .header = header,
+            .searchBar = QRectF(0, top, screen.width(), kSearchBar),
+            .tableTopInset = 0};
+  }
   const double height =
       pad ? containerHeight - tabBarHeight - 70 : containerHeight - tabBarHeight + 10 - 48;
-  return {QRectF(0, 0, screen.width(), banner),
-          QRectF(0, banner + kTableBelowBanner, screen.width(), height),
-          QRectF(0, banner, screen.width(), HeaderView::kHeight),
-          HeaderView::kTouchHeight - kTableBelowBanner};
+  return {.banner = bannerFrame,
+          .table = QRectF(0, top, screen.width(), height),
+          .header = header,
+          .searchBar = {},
+          .tableTopInset = HeaderView::kTouchHeight - kTableBelowBanner};
 }
 
 }  // namespace veltramoor

@@ -12,12 +12,14 @@ struct ListLayout {
   /// Reaches under the header, and may reach below the screen.
   QRectF table;
   QRectF header;
+  /// Between header and table; empty for a list without a search bar.
+  QRectF searchBar;
   /// Height of the table's top that the header's touch area covers; the first row begins below it.
   double tableTopInset = 0;
 };
 
 /// `containerHeight` is the tab bar controller's view height, `tabBarHeight` that of its bar.
 [[nodiscard]] ListLayout listLayout(QSizeF screen, bool pad, double containerHeight,
-                                    double tabBarHeight);
+                                    double tabBarHeight, bool withSearchBar = false);
 
 }  // namespace veltramoor

@@ -16,6 +16,9 @@ class DownloadHistory {
   /// Appends and drops the oldest name when there are more than 50. False when the store could not
   /// be written.
   static bool append(const std::string& name);
+  /// Removes the name at `index`, counted from the oldest; nothing when there is none. False when
+  /// the store could not be written.
+  static bool removeAt(std::size_t index);
 };
 
 }  // namespace veltramoor

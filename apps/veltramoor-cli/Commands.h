@@ -16,10 +16,12 @@ struct Command {
 };
 using Commands = std::vector<Command>;
 
-/// recent, send, history.
+/// recent, search, top, uploads.
 void addListCommands(CLI::App& app, Commands& commands);
 /// login, logout, whoami.
 void addSessionCommands(CLI::App& app, Commands& commands);
+/// send, history.
+void addSendCommands(CLI::App& app, Commands& commands);
 /// remote set, show.
 void addRemoteCommands(CLI::App& app, Commands& commands);
 

@@ -1,191 +1,195 @@
 #include <fmt/format.h>
 
-#include <nlohmann/json.hpp>
-
-#include <QUrl>
-#include <QUrlQuery>
 #include <algorithm>
-#include <charconv>
+#include <array>
 
 #include "Commands.h"
+#include "ListOutput.h"
+#include "PreferencesKeys.h"
 #include "Util/NSStringEscaping.h"
+#include "lists/SearchListViewController.h"
+#include "lists/Top100ListViewController.h"
+#include "lists/UploadListViewController.h"
+#include "platform/CookieStorage.h"
 #include "platform/SiteConfiguration.h"
-#include "remote/DownloadHistory.h"
-#include "remote/FetchPageDownload.h"
+#include "settings/DisplaySettingsTables.h"
 #include "site/AnonymousUser.h"
+#include "site/HttpRequestRegExUserInfo.h"
+#include "site/UserInfo.h"
 
 namespace veltramoor::cli {
 namespace {
 
-nlohmann::json jsonOf(const Torrent& torrent) {
-  return {{"name", torrent.name},
-          {"detailsUrl", torrent.detailsUrl},
-          {"downloadUrl", torrent.downloadUrl},
-          {"type", torrent.type},
-          {"date", torrent.date},
-          {"size", torrent.size},
-          {"up", torrent.up},
-          {"down", torrent.down},
-          {"isDownloaded", torrent.isDownloaded}};
-}
-
-struct SendArguments {
-  /// A row number of `page`, or a magnet link.
-  std::string what;
-  std::optional<std::string> name;
+struct ListArguments {
+  std::optional<std::string> category;
+  std::optional<std::string> order;
+  std::optional<std::string> sort;
+  std::string query;
   int page = 0;
+  int pages = 1;
 };
 
-std::shared_ptr<AllListViewController> recentList() {
-  becomeAnonymous();
-  return std::make_shared<AllListViewController>(TableViewStyle::Plain);
-}
+/// The keys of the settings that a list's options stand for; empty: the list has no such option.
+struct ListKeys {
+  std::string_view category;
+  std::string_view order;
+  std::string_view sort;
+};
 
-bool load(Terminal& terminal, AllListViewController& list, int page) {
-  return terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(&list, &AllListViewController::pageLoaded, &list, done);
-    list.fetchPage(page);
-  });
-}
+constexpr ListKeys kRecent{PreferencesKeys::recentCategory, PreferencesKeys::recentOrderBy,
+                           PreferencesKeys::recentSortBy};
+constexpr ListKeys kSearch{PreferencesKeys::searchCategory, PreferencesKeys::searchOrderBy,
+                           PreferencesKeys::searchSortBy};
+constexpr ListKeys kTop100{PreferencesKeys::top100Category, {}, {}};
+constexpr ListKeys kUploads{{}, PreferencesKeys::uploadOrderBy, PreferencesKeys::uploadSortBy};
 
-int failToLoad() {
-  const std::string& host = SiteConfiguration::current().siteHost;
-  return fail(kRefused,
-              host.empty()
-                  ? fmt::format("No site is set. Give --site-host, or set site-host in {}.",
-                                SiteConfiguration::defaultFile().string())
-                  : fmt::format("The site {} did not answer. Check the connection.", host));
-}
-
-std::optional<int> rowNumber(const std::string& text) {
-  int row = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), row);
-  return error == std::errc() && end == text.data() + text.size() ? std::optional(row)
-                                                                  : std::nullopt;
-}
-
-// The link's own display name, or the link.
-std::string nameOfMagnet(const std::string& magnet) {
-  // In a link's query a plus stands for a blank.
-  const QUrlQuery query(
-      QUrl(QString::fromStdString(magnet).replace(QLatin1Char('+'), QStringLiteral("%20"))));
-  const QString name = query.queryItemValue(QStringLiteral("dn"), QUrl::FullyDecoded);
-  return name.isEmpty() ? magnet : name.toStdString();
-}
-
-int reportSend(const Terminal& terminal, bool sent, const std::string& name, bool json) {
-  if (!sent) {
-    return fail(kRefused, terminal.alertText().value_or("The torrent could not be sent."));
+void applyOptions(AllListViewController& list, const ListKeys& keys,
+                  const ListArguments& arguments) {
+  const std::array options = {std::pair(keys.category, &arguments.category),
+                              std::pair(keys.order, &arguments.order),
+                              std::pair(keys.sort, &arguments.sort)};
+  for (const auto& [key, option] : options) {
+    if (*option) {
+      list.overrideSetting(key, **option);
+    }
   }
-  if (terminal.alertText()) {
-    fail(kDone, *terminal.alertText());
-  }
-  if (json) {
-    fmt::print("{}\n", nlohmann::json{{"sent", name}}.dump());
-  } else {
-    fmt::print("Sent {}\n", printable(name));
-  }
-  return kDone;
 }
 
-int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool json) {
-  const auto list = recentList();
-  if (!load(terminal, *list, arguments.page)) {
+using Fetch = std::function<void(int page)>;
+
+/// Fetches the pages asked for, one after another, up to the list's end, and prints what came.
+int printPages(Terminal& terminal, AllListViewController& list, const ListArguments& arguments,
+               bool json, const Fetch& fetch) {
+  bool arrived = true;
+  for (int i = 0; i < arguments.pages && arrived && (i == 0 || !list.noMoreTorrents()); ++i) {
+    arrived = terminal.wait([&](const std::function<void(bool)>& done) {
+      QObject::connect(&list, &AllListViewController::pageLoaded, &list, done,
+                       Qt::SingleShotConnection);
+      fetch(arguments.page + i);
+    });
+  }
+  if (const auto& torrents = list.rows()->torrents()) {
+    printRows(*torrents, json);
+  }
+  return arrived ? kDone : failToLoad();
+}
+
+int printPages(Terminal& terminal, AllListViewController& list, const ListArguments& arguments,
+               bool json) {
+  return printPages(terminal, list, arguments, json, [&list](int page) { list.fetchPage(page); });
+}
+
+int recent(Terminal& terminal, const ListArguments& arguments, bool json) {
+  const auto list = std::make_shared<AllListViewController>(TableViewStyle::Plain);
+  applyOptions(*list, kRecent, arguments);
+  return printPages(terminal, *list, arguments, json);
+}
+
+int search(Terminal& terminal, const ListArguments& arguments, bool json) {
+  const auto list = std::make_shared<SearchListViewController>(TableViewStyle::Plain);
+  applyOptions(*list, kSearch, arguments);
+  list->setSearchString(stringByAddingPercentEscapesInAscii(arguments.query));
+  if (!list->searchString()) {
+    fail(kDone, "The site can be asked in ASCII only; it is asked for \"(null)\".");
+  }
+  return printPages(terminal, *list, arguments, json);
+}
+
+int top(Terminal& terminal, const ListArguments& arguments, bool json) {
+  const auto list = std::make_shared<Top100ListViewController>(TableViewStyle::Plain);
+  applyOptions(*list, kTop100, arguments);
+  return printPages(terminal, *list, arguments, json, [&list](int) { list->fetchTop100List(); });
+}
+
+/// Whom the cookies of an earlier run sign in. False when the site did not answer.
+bool readUserInfo() {
+  const auto cookies = CookieStorage::sharedInstance().cookies();
+  if (std::ranges::none_of(cookies, [](const Cookie& cookie) { return cookie.name == "uid"; })) {
+    return true;
+  }
+  HttpRequest settings(
+      Url::parse(fmt::format("http://{}/settings", SiteConfiguration::current().siteHost)));
+  settings.request();
+  HttpRequestRegExUserInfo user;
+  user.setResponseData(settings.responseData());
+  user.request();
+  return settings.isResponseValid();
+}
+
+int uploads(Terminal& terminal, const ListArguments& arguments, bool json) {
+  if (!readUserInfo()) {
     return failToLoad();
   }
-  const auto& torrents = *list->rows()->torrents();
-  if (row < 1 || row > static_cast<int>(torrents.size())) {
-    return fail(kWrongUsage, fmt::format("Page {} has no row {}; its rows are 1 to {}.",
-                                         arguments.page, row, torrents.size()));
+  if (UserInfo::sharedInstance().username() == "Anonymous") {
+    fail(kDone, "Nobody is signed in.");
   }
-  const std::string name = torrents[static_cast<std::size_t>(row) - 1].name;
-  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done);
-    list->didTapDownloadButton(row - 1);
-  });
-  return reportSend(terminal, sent, name, json);
+  const auto list = std::make_shared<UploadListViewController>(TableViewStyle::Plain);
+  applyOptions(*list, kUploads, arguments);
+  return printPages(terminal, *list, arguments, json);
 }
 
-int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
-  const std::string link = stringByAddingPercentEscapes(arguments.what);
-  const std::string name = arguments.name.value_or(nameOfMagnet(arguments.what));
-  OperationQueue queue(1);
-  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    queue.addOperation(std::make_shared<FetchPageDownload>(
-        Url::parse(link), name,
-        [done](const std::optional<std::string>& accepted) { done(accepted.has_value()); }));
-  });
-  return reportSend(terminal, sent, name, json);
+std::vector<std::string> categoryCodes() {
+  std::vector<std::string> codes;
+  for (const CategoryGroup& group : categoryTable()) {
+    for (const SettingChoice& member : group.members) {
+      codes.emplace_back(member.code);
+    }
+  }
+  return codes;
 }
 
-int recent(Terminal& terminal, int page, bool json) {
-  const auto list = recentList();
-  if (!load(terminal, *list, page)) {
-    return failToLoad();
+/// Makes `option` take a choice's code or, in any case of letters, its name.
+void offer(CLI::Option* option, const std::vector<SettingChoice>& choices) {
+  std::map<std::string, std::string> codes;
+  std::string names;
+  for (const SettingChoice& choice : choices) {
+    codes.emplace(choice.name, choice.code);
+    names += (names.empty() ? "" : ", ") + CLI::detail::to_lower(std::string(choice.name));
   }
-  const auto& torrents = *list->rows()->torrents();
-  if (json) {
-    nlohmann::json rows = nlohmann::json::array();
-    std::ranges::transform(torrents, std::back_inserter(rows), jsonOf);
-    fmt::print("{}\n", rows.dump(2));
-    return kDone;
-  }
-  int row = 0;
-  for (const Torrent& torrent : torrents) {
-    fmt::print("{:3} {} {}  {}  {}  up {}  down {}\n", ++row, torrent.isDownloaded ? '*' : ' ',
-               printable(torrent.name), printable(torrent.size), printable(torrent.date),
-               printable(torrent.up), printable(torrent.down));
-  }
-  return kDone;
+  option->transform(CLI::CheckedTransformer(codes, CLI::ignore_case).description(""));
+  option->description(option->get_description() + ": " + names + ", or the site's code");
 }
 
-int send(Terminal& terminal, const SendArguments& arguments, bool json) {
-  if (const std::optional<int> row = rowNumber(arguments.what)) {
-    return sendRow(terminal, *row, arguments, json);
-  }
-  if (!arguments.what.starts_with("magnet:")) {
-    return fail(kWrongUsage, "send takes a row number or a magnet link.");
-  }
-  return sendMagnet(terminal, arguments, json);
-}
+using Run = int (*)(Terminal& terminal, const ListArguments& arguments, bool json);
 
-int history(bool json) {
-  std::vector<std::string> names = DownloadHistory::names();
-  std::ranges::reverse(names);
-  if (json) {
-    fmt::print("{}\n", nlohmann::json(names).dump(2));
-    return kDone;
+CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const char* what,
+                  const ListKeys& keys, Run run, const std::shared_ptr<ListArguments>& arguments) {
+  CLI::App* command = app.add_subcommand(name, what);
+  if (!keys.category.empty()) {
+    command
+        ->add_option("--category", arguments->category,
+                     "Category code of the site, 0 for all, instead of the stored one")
+        ->check(CLI::IsMember(categoryCodes()).description(""));
   }
-  for (const std::string& name : names) {
-    fmt::print("{}\n", printable(name));
+  if (!keys.order.empty()) {
+    offer(command->add_option("--order", arguments->order, "Instead of the stored order"),
+          orderTable());
+    offer(command->add_option("--sort", arguments->sort, "Instead of the stored direction"),
+          sortTable());
+    command->add_option("--page", arguments->page, "First page, from 0")
+        ->check(CLI::Range(0, 1000000));
+    command->add_option("--pages", arguments->pages, "How many pages")->check(CLI::Range(1, 1000));
   }
-  return kDone;
+  commands.push_back({command, [run, arguments](Terminal& terminal, bool json) {
+                        becomeAnonymous();
+                        return run(terminal, *arguments, json);
+                      }});
+  return command;
 }
 
 }  // namespace
 
 void addListCommands(CLI::App& app, Commands& commands) {
-  CLI::App* listing = app.add_subcommand("recent", "List a page of the most recent torrents");
-  const auto page = std::make_shared<int>(0);
-  listing->add_option("--page", *page, "Page number, from 0")->check(CLI::Range(0, 1000000));
-  commands.push_back(
-      {listing, [page](Terminal& terminal, bool json) { return recent(terminal, *page, json); }});
-
-  CLI::App* sending = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
-  const auto arguments = std::make_shared<SendArguments>();
-  sending
-      ->add_option("what", arguments->what,
-                   "Row number (from 1) of a recent page, or a magnet link")
+  const auto fresh = [] { return std::make_shared<ListArguments>(); };
+  addList(app, commands, "recent", "List the most recent torrents, in a category by your order",
+          kRecent, recent, fresh());
+  const auto query = fresh();
+  addList(app, commands, "search", "List what the site finds", kSearch, search, query)
+      ->add_option("query", query->query, "What to look for")
       ->required();
-  sending->add_option("--name", arguments->name, "Name to remember a magnet link by");
-  sending->add_option("--page", arguments->page, "Page of the row, from 0")
-      ->check(CLI::Range(0, 1000000));
-  commands.push_back({sending, [arguments](Terminal& terminal, bool json) {
-                        return send(terminal, *arguments, json);
-                      }});
-
-  commands.push_back({app.add_subcommand("history", "List what was sent, newest first"),
-                      [](Terminal&, bool json) { return history(json); }});
+  addList(app, commands, "top", "List the 100 torrents with the most seeders", kTop100, top,
+          fresh());
+  addList(app, commands, "uploads", "List your uploads", kUploads, uploads, fresh());
 }
 
 }  // namespace veltramoor::cli

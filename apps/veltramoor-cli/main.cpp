@@ -38,6 +38,7 @@ int run(int argc, char** argv) {
   cli::Commands commands;
   cli::addListCommands(app, commands);
   cli::addSessionCommands(app, commands);
+  cli::addSendCommands(app, commands);
   cli::addRemoteCommands(app, commands);
 
   try {

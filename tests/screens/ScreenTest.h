@@ -12,6 +12,7 @@
 #include "demo/DemoSite.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/UrlLoading.h"
 #include "shell/VeltramoorAppDelegate.h"
 
 namespace veltramoor::test {
@@ -35,6 +36,8 @@ class ScreenTest : public testing::Test {
     SiteConfiguration configuration;
     configuration.siteHost = site_.host();
     SiteConfiguration::setCurrent(configuration);
+    // An application that ran before in this process has stopped all transfers.
+    UrlLoading::sharedInstance().resume();
   }
   ~ScreenTest() override { Preferences::setSharedInstance(nullptr); }
 

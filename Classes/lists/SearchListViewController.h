@@ -1,0 +1,49 @@
+// What the site finds for a query.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "lists/AllListViewController.h"
+
+namespace veltramoor {
+
+/// Loads nothing until something is searched for, and keeps its results between appearances. Main
+/// thread only.
+class SearchListViewController : public veltramoor::AllListViewController {
+  Q_OBJECT
+
+ public:
+  explicit SearchListViewController(TableViewStyle style);
+
+  /// Fetches nothing. The page counter starts anew, so that "load more" asks for page 1 again.
+  void viewWillAppear() override;
+  void loadedTorrents(std::optional<std::vector<Torrent>> page) override;
+  /// Asks again for the query of the latest search, whatever the bar holds.
+  void didRefresh() override;
+  void didSearch() override;
+  /// Gives up the keyboard.
+  void touchesBegan() override;
+  /// Searches for the bar's text; while a page is under way, as soon as that has arrived.
+  void searchBarSearchButtonClicked();
+
+  /// The query, percent-escaped; absent before the first search and after one for a text outside
+  /// ASCII.
+  [[nodiscard]] const std::optional<std::string>& searchString() const { return searchString_; }
+  void setSearchString(std::optional<std::string> escaped) { searchString_ = std::move(escaped); }
+
+ protected:
+  [[nodiscard]] std::optional<Url> pageUrl(int page) override;
+  [[nodiscard]] QString loadingText() const override { return tr("Searching..."); }
+  [[nodiscard]] QString emptyText() const override;
+  [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
+
+ private:
+  void clearRows();
+
+  TextField mySearchBar_;
+  std::optional<std::string> searchString_;
+  bool searchAgain_ = false;
+};
+
+}  // namespace veltramoor

@@ -1,0 +1,38 @@
+#include "lists/UploadListViewController.h"
+
+#include <fmt/format.h>
+
+#include "PreferencesKeys.h"
+#include "Util/AbsentValue.h"
+#include "lists/SortedOrder.h"
+#include "platform/SiteConfiguration.h"
+#include "settings/UploadDisplaySettingsViewController.h"
+#include "site/UserInfo.h"
+
+namespace veltramoor {
+
+UploadListViewController::UploadListViewController(TableViewStyle style)
+    : AllListViewController(style) {
+  setTitle(tr("Uploaded Torrents"));
+  tabBarItem()->set(tr("Uploads"), QStringLiteral("tabbar-upload.png"), 0);
+}
+
+std::optional<Url> UploadListViewController::pageUrl(int page) {
+  const std::string order =
+      sortedOrder(setting(PreferencesKeys::uploadOrderBy), setting(PreferencesKeys::uploadSortBy));
+  return Url::parse(fmt::format("http://{}/user/{}/{}/{}", SiteConfiguration::current().siteHost,
+                                formatted(UserInfo::sharedInstance().username()), page, order));
+}
+
+QString UploadListViewController::emptyText() const {
+  const std::string name = UserInfo::sharedInstance().username().value_or("");
+  return name.empty() || name == "Anonymous"
+             ? tr("Nobody is signed in. Log out, then sign in to see your uploads.")
+             : tr("You have uploaded nothing yet.");
+}
+
+std::shared_ptr<ViewController> UploadListViewController::displaySettings() const {
+  return UploadDisplaySettingsViewController::sharedInstance();
+}
+
+}  // namespace veltramoor

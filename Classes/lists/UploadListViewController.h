@@ -1,0 +1,22 @@
+// What the signed-in person has uploaded.
+#pragma once
+
+#include "lists/AllListViewController.h"
+
+namespace veltramoor {
+
+/// Main thread only.
+class UploadListViewController : public veltramoor::AllListViewController {
+  Q_OBJECT
+
+ public:
+  explicit UploadListViewController(TableViewStyle style);
+
+ protected:
+  /// The user's name stands in it unescaped: a name that no URL may hold gives none.
+  [[nodiscard]] std::optional<Url> pageUrl(int page) override;
+  [[nodiscard]] QString emptyText() const override;
+  [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
+};
+
+}  // namespace veltramoor

@@ -1,0 +1,96 @@
+import QtQuick
+import Veltramoor
+
+// The names of what was sent, newest first.
+FocusScope {
+    id: root
+    objectName: "historyList"
+    focus: true
+
+    required property HistoryListViewController controller
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.ground
+    }
+
+    ListView {
+        id: list
+        objectName: "historyTable"
+        anchors.fill: parent
+        model: root.controller.rows
+        focus: true
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        highlightMoveDuration: 0
+        highlightRangeMode: ListView.ApplyRange
+        preferredHighlightBegin: 0
+        preferredHighlightEnd: height
+        boundsBehavior: Flickable.StopAtBounds
+        currentIndex: -1
+
+        // The row whose "Delete" button is on show, and whether the ring is.
+        property Item opened: null
+        property bool keyboardInUse: false
+
+        Accessible.role: Accessible.List
+        Accessible.name: root.controller.tabBarItem.title
+
+        function deleteRow(row: int): void {
+            opened = null
+            root.controller.commitEditingStyle(HistoryListViewController.EditingStyleDelete, row)
+        }
+
+        onMovementStarted: opened = null
+
+        // qmllint disable unqualified
+        delegate: HistoryRow {
+            width: list.width
+            ring: list.keyboardInUse && ListView.isCurrentItem && list.activeFocus
+            opened: list.opened === this
+            onTouched: {
+                list.keyboardInUse = false
+                list.currentIndex = index
+                list.opened = null
+            }
+            onPulled: list.opened = this
+            onDeleted: list.deleteRow(index)
+        }
+        // qmllint enable unqualified
+
+        Keys.onPressed: event => {
+            keyboardInUse = true
+            switch (event.key) {
+            case Qt.Key_Home: currentIndex = 0; break
+            case Qt.Key_End: currentIndex = count - 1; break
+            case Qt.Key_PageDown: currentIndex = Math.min(count - 1, currentIndex + 10); break
+            case Qt.Key_PageUp: currentIndex = Math.max(0, currentIndex - 10); break
+            case Qt.Key_Escape: opened = null; break
+            case Qt.Key_Delete:
+            case Qt.Key_Backspace: {
+                const row = currentIndex
+                if (row >= 0) {
+                    deleteRow(row)
+                    currentIndex = Math.min(row, count - 1)
+                }
+                break
+            }
+            default: return
+            }
+            event.accepted = true
+        }
+    }
+
+    Text {
+        objectName: "listNotice"
+        visible: text.length > 0
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 40, Theme.formWidth)
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        textFormat: Text.PlainText
+        text: root.controller.notice
+        color: Theme.text
+        font { family: Theme.fontFamily; pixelSize: 15 }
+    }
+}

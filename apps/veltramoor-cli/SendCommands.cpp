@@ -1,0 +1,167 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include <QUrl>
+#include <QUrlQuery>
+#include <algorithm>
+#include <charconv>
+
+#include "Commands.h"
+#include "ListOutput.h"
+#include "Util/NSStringEscaping.h"
+#include "platform/Preferences.h"
+#include "remote/DownloadHistory.h"
+#include "remote/FetchPageDownload.h"
+#include "site/AnonymousUser.h"
+
+namespace veltramoor::cli {
+namespace {
+
+struct SendArguments {
+  /// A row number of `page`, or a magnet link.
+  std::string what;
+  std::optional<std::string> name;
+  int page = 0;
+};
+
+std::shared_ptr<AllListViewController> recentList() {
+  becomeAnonymous();
+  return std::make_shared<AllListViewController>(TableViewStyle::Plain);
+}
+
+bool load(Terminal& terminal, AllListViewController& list, int page) {
+  return terminal.wait([&](const std::function<void(bool)>& done) {
+    QObject::connect(&list, &AllListViewController::pageLoaded, &list, done,
+                     Qt::SingleShotConnection);
+    list.fetchPage(page);
+  });
+}
+
+std::optional<int> rowNumber(const std::string& text) {
+  int row = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), row);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(row)
+                                                                  : std::nullopt;
+}
+
+// The link's own display name, or the link.
+std::string nameOfMagnet(const std::string& magnet) {
+  // In a link's query a plus stands for a blank.
+  const QUrlQuery query(
+      QUrl(QString::fromStdString(magnet).replace(QLatin1Char('+'), QStringLiteral("%20"))));
+  const QString name = query.queryItemValue(QStringLiteral("dn"), QUrl::FullyDecoded);
+  return name.isEmpty() ? magnet : name.toStdString();
+}
+
+int reportSend(const Terminal& terminal, bool sent, const std::string& name, bool json) {
+  if (!sent) {
+    return fail(kRefused, terminal.alertText().value_or("The torrent could not be sent."));
+  }
+  if (terminal.alertText()) {
+    fail(kDone, *terminal.alertText());
+  }
+  if (json) {
+    fmt::print("{}\n", nlohmann::json{{"sent", name}}.dump());
+  } else {
+    fmt::print("Sent {}\n", printable(name));
+  }
+  return kDone;
+}
+
+int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool json) {
+  const auto list = recentList();
+  if (!load(terminal, *list, arguments.page)) {
+    return failToLoad();
+  }
+  const auto& torrents = *list->rows()->torrents();
+  if (row < 1 || row > static_cast<int>(torrents.size())) {
+    return fail(kWrongUsage, fmt::format("Page {} has no row {}; its rows are 1 to {}.",
+                                         arguments.page, row, torrents.size()));
+  }
+  const std::string name = torrents[static_cast<std::size_t>(row) - 1].name;
+  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
+    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done);
+    list->didTapDownloadButton(row - 1);
+  });
+  return reportSend(terminal, sent, name, json);
+}
+
+int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
+  const std::string link = stringByAddingPercentEscapes(arguments.what);
+  const std::string name = arguments.name.value_or(nameOfMagnet(arguments.what));
+  OperationQueue queue(1);
+  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
+    queue.addOperation(std::make_shared<FetchPageDownload>(
+        Url::parse(link), name,
+        [done](const std::optional<std::string>& accepted) { done(accepted.has_value()); }));
+  });
+  return reportSend(terminal, sent, name, json);
+}
+
+int send(Terminal& terminal, const SendArguments& arguments, bool json) {
+  if (const std::optional<int> row = rowNumber(arguments.what)) {
+    return sendRow(terminal, *row, arguments, json);
+  }
+  if (!arguments.what.starts_with("magnet:")) {
+    return fail(kWrongUsage, "send takes a row number or a magnet link.");
+  }
+  return sendMagnet(terminal, arguments, json);
+}
+
+int deleteFromHistory(const std::vector<std::string>& newestFirst, std::size_t row, bool json) {
+  if (row > newestFirst.size()) {
+    return fail(kWrongUsage, fmt::format("The history has no row {}.", row));
+  }
+  if (!DownloadHistory::removeAt(newestFirst.size() - row)) {
+    return fail(kRefused, Preferences::sharedInstance().lastProblem().value_or("Not deleted."));
+  }
+  const std::string& name = newestFirst[row - 1];
+  if (json) {
+    fmt::print("{}\n", nlohmann::json{{"deleted", name}}.dump());
+  } else {
+    fmt::print("Deleted {}\n", printable(name));
+  }
+  return kDone;
+}
+
+int history(const std::optional<std::size_t>& deleted, bool json) {
+  std::vector<std::string> names = DownloadHistory::names();
+  std::ranges::reverse(names);
+  if (deleted) {
+    return deleteFromHistory(names, *deleted, json);
+  }
+  if (json) {
+    fmt::print("{}\n", nlohmann::json(names).dump(2));
+    return kDone;
+  }
+  for (const std::string& name : names) {
+    fmt::print("{}\n", printable(name));
+  }
+  return kDone;
+}
+
+}  // namespace
+
+void addSendCommands(CLI::App& app, Commands& commands) {
+  CLI::App* sending = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
+  const auto arguments = std::make_shared<SendArguments>();
+  sending
+      ->add_option("what", arguments->what,
+                   "Row number (from 1) of a recent page, or a magnet link")
+      ->required();
+  sending->add_option("--name", arguments->name, "Name to remember a magnet link by");
+  sending->add_option("--page", arguments->page, "Page of the row, from 0")
+      ->check(CLI::Range(0, 1000000));
+  commands.push_back({sending, [arguments](Terminal& terminal, bool json) {
+                        return send(terminal, *arguments, json);
+                      }});
+
+  CLI::App* sent = app.add_subcommand("history", "List what was sent, newest first");
+  const auto deleted = std::make_shared<std::optional<std::size_t>>();
+  sent->add_option("--delete", *deleted, "Delete this entry instead, counted from 1, the newest")
+      ->check(CLI::Range(1, 1000000));
+  commands.push_back({sent, [deleted](Terminal&, bool json) { return history(*deleted, json); }});
+}
+
+}  // namespace veltramoor::cli
