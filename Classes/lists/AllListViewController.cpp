@@ -30,9 +30,8 @@ bool isSet(const std::optional<std::string>& value) { return value && !value->em
 
 }  // namespace
 
-AllListViewController::AllListViewController(TableViewStyle)
-    : ViewController(QStringLiteral("TorrentList.qml")),
-      images_([this](const QString& url) { startImageLoad(url); }) {
+AllListViewController::AllListViewController(TableViewStyle, const QString& interfaceFile)
+    : ViewController(interfaceFile), images_([this](const QString& url) { startImageLoad(url); }) {
   headerView_.setParentDelegate(this);
   headerView_.settingsBtn()->setHidden(false);
   setTitle(tr("Recent Torrents"));
@@ -96,6 +95,19 @@ void AllListViewController::showLoadingOverlay(const QString& message) {
   loading_->showLoadingIndicators();
 }
 
+void AllListViewController::hideLoadingOverlay() {
+  if (loading_ != nullptr) {
+    loading_->hideLoadingIndicators();
+  }
+}
+
+void AllListViewController::clearRefreshed() {
+  if (refreshed_) {
+    rows_.clear();
+    refreshed_ = false;
+  }
+}
+
 void AllListViewController::fetchPage(int page) {
   currentPage_ = page;
   setNotice({});
@@ -114,13 +126,10 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   const bool arrived = page.has_value();
   if (refreshed_) {
     tableView_.setScrollEnabled(true);
-    rows_.clear();
-    refreshed_ = false;
   }
+  clearRefreshed();
   rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
-  if (loading_ != nullptr) {
-    loading_->hideLoadingIndicators();
-  }
+  hideLoadingOverlay();
   disableTabs(false);
   tableView_.setAllowsSelection(true);
   headerView_.refreshBtn()->setEnabled(true);
@@ -132,16 +141,20 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   }
   rows_.reload();
   if (!arrived) {
-    setNotice(SiteConfiguration::current().siteHost.empty()
-                  ? tr("No site is set. Start with --site-host, or set site-host in %1.")
-                        .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()))
-              : rows_.torrentCount() == 0
-                  ? tr("The site did not answer. Check the connection, then tap refresh.")
-                  : tr("The next page did not come. Tap refresh to start again."));
+    setNotice(failureNotice());
   } else if (rows_.torrentCount() == 0) {
     setNotice(tr("No torrents here. Tap refresh, or choose another category."));
   }
   emit pageLoaded(arrived);
+}
+
+QString AllListViewController::failureNotice() const {
+  return SiteConfiguration::current().siteHost.empty()
+             ? tr("No site is set. Start with --site-host, or set site-host in %1.")
+                   .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()))
+         : rows_.torrentCount() == 0
+             ? tr("The site did not answer. Check the connection, then tap refresh.")
+             : tr("The next page did not come. Tap refresh to start again.");
 }
 
 void AllListViewController::filterData(std::vector<Torrent>& page) {
@@ -241,10 +254,14 @@ void AllListViewController::didSelectRowAtIndexPath(int row) {
   fetchPage(currentPage_ + 1);
 }
 
+bool AllListViewController::loadMoreTakesTouches() const {
+  return operationQueue_.operationCount() < 2;
+}
+
 void AllListViewController::cellForRowAtIndexPath(int row, TorrentItemTableViewCell* cell) {
   if (rows_.isLoadMoreRow(row)) {
     loadMoreItem_.setPageLbl(text(lastDate_));
-    loadMoreItem_.setUserInteractionEnabled(operationQueue_.operationCount() < 2);
+    loadMoreItem_.setUserInteractionEnabled(loadMoreTakesTouches());
     return;
   }
   if (row < 0 || row >= rows_.torrentCount()) {

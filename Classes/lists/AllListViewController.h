@@ -44,7 +44,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// A full page of the site; a shorter one is the last.
   static constexpr std::size_t kFullPage = 30;
 
-  explicit AllListViewController(TableViewStyle style);
+  explicit AllListViewController(TableViewStyle style,
+                                 const QString& interfaceFile = QStringLiteral("TorrentList.qml"));
   ~AllListViewController() override;
 
   void viewDidLoad() override;
@@ -57,7 +58,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// The page callback; absent after a failed transfer.
   virtual void loadedTorrents(std::optional<std::vector<Torrent>> page);
   /// Drops what no filter accepts, and remembers the page's last date.
-  void filterData(std::vector<Torrent>& page);
+  virtual void filterData(std::vector<Torrent>& page);
 
   // HeaderViewDelegate
   void didSelectProfile(const std::optional<QString>& username) override;
@@ -107,9 +108,18 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// Address of page `page` by the settings of this moment; none when it cannot be a URL.
   [[nodiscard]] virtual std::optional<Url> pageUrl(int page);
   void showLoadingOverlay(const QString& text);
+  void hideLoadingOverlay();
+  void setNotice(const QString& text);
+  /// Why a page did not come, and what to do.
+  [[nodiscard]] QString failureNotice() const;
+  void setCurrentPage(int page) { currentPage_ = page; }
+  /// The next page to arrive replaces the rows.
+  void setRefreshed() { refreshed_ = true; }
+  /// Empties the list when that page has come.
+  void clearRefreshed();
+  [[nodiscard]] virtual bool loadMoreTakesTouches() const;
 
  private:
-  void setNotice(const QString& text);
   void setSendingText(bool plural);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);

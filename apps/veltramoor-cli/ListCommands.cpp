@@ -8,26 +8,14 @@
 #include <charconv>
 
 #include "Commands.h"
+#include "ListOutput.h"
 #include "Util/NSStringEscaping.h"
-#include "platform/SiteConfiguration.h"
 #include "remote/DownloadHistory.h"
 #include "remote/FetchPageDownload.h"
 #include "site/AnonymousUser.h"
 
 namespace veltramoor::cli {
 namespace {
-
-nlohmann::json jsonOf(const Torrent& torrent) {
-  return {{"name", torrent.name},
-          {"detailsUrl", torrent.detailsUrl},
-          {"downloadUrl", torrent.downloadUrl},
-          {"type", torrent.type},
-          {"date", torrent.date},
-          {"size", torrent.size},
-          {"up", torrent.up},
-          {"down", torrent.down},
-          {"isDownloaded", torrent.isDownloaded}};
-}
 
 struct SendArguments {
   /// A row number of `page`, or a magnet link.
@@ -46,15 +34,6 @@ bool load(Terminal& terminal, AllListViewController& list, int page) {
     QObject::connect(&list, &AllListViewController::pageLoaded, &list, done);
     list.fetchPage(page);
   });
-}
-
-int failToLoad() {
-  const std::string& host = SiteConfiguration::current().siteHost;
-  return fail(kRefused,
-              host.empty()
-                  ? fmt::format("No site is set. Give --site-host, or set site-host in {}.",
-                                SiteConfiguration::defaultFile().string())
-                  : fmt::format("The site {} did not answer. Check the connection.", host));
 }
 
 std::optional<int> rowNumber(const std::string& text) {
@@ -123,19 +102,7 @@ int recent(Terminal& terminal, int page, bool json) {
   if (!load(terminal, *list, page)) {
     return failToLoad();
   }
-  const auto& torrents = *list->rows()->torrents();
-  if (json) {
-    nlohmann::json rows = nlohmann::json::array();
-    std::ranges::transform(torrents, std::back_inserter(rows), jsonOf);
-    fmt::print("{}\n", rows.dump(2));
-    return kDone;
-  }
-  int row = 0;
-  for (const Torrent& torrent : torrents) {
-    fmt::print("{:3} {} {}  {}  {}  up {}  down {}\n", ++row, torrent.isDownloaded ? '*' : ' ',
-               printable(torrent.name), printable(torrent.size), printable(torrent.date),
-               printable(torrent.up), printable(torrent.down));
-  }
+  printRows(*list->rows()->torrents(), json);
   return kDone;
 }
 
