@@ -11,6 +11,14 @@ FocusScope {
     property bool secret: false
     property int hints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
 
+    readonly property rect cursor: input.cursorRectangle
+
+    // Where the place `position` of the text stands at the moment, beyond the field's ends when it is
+    // not in view.
+    function xOf(position: int): real {
+        return input.x + input.positionToRectangle(Math.max(0, position)).x
+    }
+
     height: Theme.touchTarget
     enabled: field.enabled
     opacity: field.alpha

@@ -30,9 +30,8 @@ bool isSet(const std::optional<std::string>& value) { return value && !value->em
 
 }  // namespace
 
-AllListViewController::AllListViewController(TableViewStyle)
-    : ViewController(QStringLiteral("TorrentList.qml")),
-      images_([this](const QString& url) { startImageLoad(url); }) {
+AllListViewController::AllListViewController(TableViewStyle, const QString& interfaceFile)
+    : ViewController(interfaceFile), images_([this](const QString& url) { startImageLoad(url); }) {
   headerView_.setParentDelegate(this);
   headerView_.settingsBtn()->setHidden(false);
   setTitle(tr("Recent Torrents"));
@@ -109,12 +108,26 @@ void AllListViewController::showLoadingOverlay(const QString& message) {
   loading_->showLoadingIndicators();
 }
 
+void AllListViewController::hideLoadingOverlay() {
+  if (loading_ != nullptr) {
+    loading_->hideLoadingIndicators();
+  }
+}
+
+void AllListViewController::clearRefreshed() {
+  if (refreshed_) {
+    rows_.clear();
+    refreshed_ = false;
+  }
+}
+
 void AllListViewController::fetchPage(int page) {
   currentPage_ = page;
   fetch(pageUrl(page));
 }
 
 void AllListViewController::fetch(std::optional<Url> url) {
+  ++pagesUnderWay_;
   setNotice({});
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
@@ -132,16 +145,13 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   const bool arrived = page.has_value();
   if (refreshed_) {
     tableView_.setScrollEnabled(true);
-    rows_.clear();
-    refreshed_ = false;
   }
+  clearRefreshed();
   rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
-  if (loading_ != nullptr) {
-    loading_->hideLoadingIndicators();
-  }
+  hideLoadingOverlay();
   disableTabs(false);
   tableView_.setAllowsSelection(true);
-  headerView_.refreshBtn()->setEnabled(true);
+  headerView_.refreshBtn()->setEnabled(--pagesUnderWay_ == 0);
   if (arrived) {
     filterData(*page);
     rows_.append(std::move(*page));
@@ -150,12 +160,7 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   }
   rows_.reload();
   if (!arrived) {
-    setNotice(SiteConfiguration::current().siteHost.empty()
-                  ? tr("No site is set. Start with --site-host, or set site-host in %1.")
-                        .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()))
-              : rows_.torrentCount() == 0
-                  ? tr("The site did not answer. Check the connection, then tap refresh.")
-                  : tr("The next page did not come. Tap refresh to start again."));
+    setNotice(failureNotice());
   } else if (rows_.torrentCount() == 0) {
     setNotice(emptyText());
   }
@@ -164,6 +169,15 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
 
 QString AllListViewController::emptyText() const {
   return tr("No torrents here. Tap refresh, or choose another category.");
+}
+
+QString AllListViewController::failureNotice() const {
+  return SiteConfiguration::current().siteHost.empty()
+             ? tr("No site is set. Start with --site-host, or set site-host in %1.")
+                   .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()))
+         : rows_.torrentCount() == 0
+             ? tr("The site did not answer. Check the connection, then tap refresh.")
+             : tr("The next page did not come. Tap refresh to start again.");
 }
 
 void AllListViewController::filterData(std::vector<Torrent>& page) {
@@ -260,17 +274,20 @@ void AllListViewController::disableTabs(bool disable) {
 }
 
 void AllListViewController::didSelectRowAtIndexPath(int row) {
-  if (!tableView_.allowsSelection() || !rows_.isLoadMoreRow(row) ||
-      !loadMoreItem_.isUserInteractionEnabled()) {
+  if (!tableView_.allowsSelection() || !rows_.isLoadMoreRow(row) || !loadMoreTakesTouches()) {
     return;
   }
   fetchPage(currentPage_ + 1);
 }
 
+bool AllListViewController::loadMoreTakesTouches() const {
+  return operationQueue_.operationCount() < 2;
+}
+
 void AllListViewController::cellForRowAtIndexPath(int row, TorrentItemTableViewCell* cell) {
   if (rows_.isLoadMoreRow(row)) {
     loadMoreItem_.setPageLbl(text(lastDate_));
-    loadMoreItem_.setUserInteractionEnabled(operationQueue_.operationCount() < 2);
+    loadMoreItem_.setUserInteractionEnabled(loadMoreTakesTouches());
     return;
   }
   if (row < 0 || row >= rows_.torrentCount()) {

@@ -50,7 +50,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// A full page of the site; a shorter one is the last.
   static constexpr std::size_t kFullPage = 30;
 
-  explicit AllListViewController(TableViewStyle style);
+  explicit AllListViewController(TableViewStyle style,
+                                 const QString& interfaceFile = QStringLiteral("TorrentList.qml"));
   ~AllListViewController() override;
 
   void viewDidLoad() override;
@@ -64,7 +65,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// The page callback; absent after a failed transfer.
   virtual void loadedTorrents(std::optional<std::vector<Torrent>> page);
   /// Drops what no filter accepts, and remembers the page's last date.
-  void filterData(std::vector<Torrent>& page);
+  virtual void filterData(std::vector<Torrent>& page);
 
   // HeaderViewDelegate
   void didSelectProfile(const std::optional<QString>& username) override;
@@ -143,6 +144,14 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void setCurrentPage(int page) { currentPage_ = page; }
   void setNotice(const QString& text);
   void showLoadingOverlay(const QString& text);
+  void hideLoadingOverlay();
+  /// Why a page did not come, and what to do.
+  [[nodiscard]] QString failureNotice() const;
+  /// The next page to arrive replaces the rows.
+  void setRefreshed() { refreshed_ = true; }
+  /// Empties the list when that page has come.
+  void clearRefreshed();
+  [[nodiscard]] virtual bool loadMoreTakesTouches() const;
 
  private:
   void setSendingText(bool plural);
@@ -164,6 +173,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   std::map<std::string, std::string, std::less<>> overrides_;
   int currentPage_ = 0;
   int sendingTorrentCount_ = 0;
+  int pagesUnderWay_ = 0;
   bool refreshed_ = false;
   // Last, so that their threads are joined before anything else goes.
   OperationQueue operationQueue_{1};

@@ -1,6 +1,11 @@
 #include "shell/TabAssembly.h"
 
 #include "lists/AllListViewController.h"
+#include "lists/FavoriteListViewController.h"
+#include "lists/HistoryListViewController.h"
+#include "lists/SearchListViewController.h"
+#include "lists/Top100ListViewController.h"
+#include "lists/UploadListViewController.h"
 #include "shell/LogoutViewController.h"
 #include "toolkit/NavigationController.h"
 
@@ -13,12 +18,23 @@ std::shared_ptr<NavigationController> inBlackStack(std::shared_ptr<ViewControlle
   return stack;
 }
 
+template <typename List>
+std::shared_ptr<NavigationController> listInBlackStack() {
+  return inBlackStack(std::make_shared<List>(TableViewStyle::Plain));
+}
+
 }  // namespace
 
 std::vector<std::shared_ptr<ViewController>> assembleTabs(std::function<void()> logout) {
   const auto recents = std::make_shared<AllListViewController>(TableViewStyle::Plain);
   return {
       inBlackStack(recents),
+      listInBlackStack<FavoriteListViewController>(),
+      listInBlackStack<SearchListViewController>(),
+      listInBlackStack<Top100ListViewController>(),
+      listInBlackStack<UploadListViewController>(),
+      // Bare, without a stack.
+      std::make_shared<HistoryListViewController>(TableViewStyle::Plain),
       inBlackStack(std::make_shared<LogoutViewController>(std::move(logout))),
   };
 }

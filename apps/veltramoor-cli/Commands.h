@@ -22,6 +22,8 @@ void addListCommands(CLI::App& app, Commands& commands);
 void addSessionCommands(CLI::App& app, Commands& commands);
 /// send, history.
 void addSendCommands(CLI::App& app, Commands& commands);
+/// favourites, filters.
+void addFavoriteCommands(CLI::App& app, Commands& commands);
 /// remote set, show.
 void addRemoteCommands(CLI::App& app, Commands& commands);
 

@@ -39,6 +39,7 @@ int run(int argc, char** argv) {
   cli::addListCommands(app, commands);
   cli::addSessionCommands(app, commands);
   cli::addSendCommands(app, commands);
+  cli::addFavoriteCommands(app, commands);
   cli::addRemoteCommands(app, commands);
 
   try {
