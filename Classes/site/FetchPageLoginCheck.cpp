@@ -1,7 +1,6 @@
 #include "site/FetchPageLoginCheck.h"
 
 #include "site/SessionSetup.h"
-#include "site/SiteSession.h"
 
 namespace veltramoor {
 
@@ -10,10 +9,7 @@ FetchPageLoginCheck::FetchPageLoginCheck(std::optional<Url> url, Completion comp
 
 void FetchPageLoginCheck::fetch() {
   returnObject_ = std::make_shared<HttpRequest>(url());
-  returnObject_->request();
-  if (sessionExists(*returnObject_)) {
-    setUpSession();
-  }
+  requestAndSetUpSession(*returnObject_);
 }
 
 }  // namespace veltramoor

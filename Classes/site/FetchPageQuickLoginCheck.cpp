@@ -1,5 +1,7 @@
 #include "site/FetchPageQuickLoginCheck.h"
 
+#include <exception>
+
 #include "site/HttpRequestRegExUserInfo.h"
 
 namespace veltramoor {
@@ -10,7 +12,11 @@ FetchPageQuickLoginCheck::FetchPageQuickLoginCheck(std::optional<Url> url, Compl
 void FetchPageQuickLoginCheck::fetch() {
   returnObject_ = std::make_shared<HttpRequestRegExUserInfo>();
   returnObject_->setResponseData("0");  // a page that names no user
-  returnObject_->request();
+  try {
+    returnObject_->request();
+  } catch (const std::exception&) {
+    // The choice stands whatever became of the name.
+  }
   returnObject_->setResult("anonymous");
 }
 

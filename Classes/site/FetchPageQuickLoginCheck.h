@@ -13,6 +13,7 @@ namespace veltramoor {
 /// result is "anonymous".
 class FetchPageQuickLoginCheck final : public FetchPage<std::shared_ptr<HttpRequest>> {
  public:
+  /// The URL is not used.
   FetchPageQuickLoginCheck(std::optional<Url> url, Completion completion);
 
  private:

@@ -4,7 +4,6 @@
 
 #include "Util/NSStringEscaping.h"
 #include "site/SessionSetup.h"
-#include "site/SiteSession.h"
 
 namespace veltramoor {
 
@@ -19,10 +18,7 @@ void FetchPageSignIn::fetch() {
   returnObject_->setType("POST");
   returnObject_->setPostData(fmt::format("username={}&password={}&act=login&submit=Login",
                                          username_, stringWithPercentEscape(password_)));
-  returnObject_->request();
-  if (sessionExists(*returnObject_)) {
-    setUpSession();
-  }
+  requestAndSetUpSession(*returnObject_);
 }
 
 }  // namespace veltramoor

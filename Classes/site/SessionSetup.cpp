@@ -1,10 +1,13 @@
 #include "site/SessionSetup.h"
 
+#include <exception>
+
 #include "platform/SiteConfiguration.h"
 #include "site/HttpRequestRegExUserInfo.h"
 #include "site/SiteSession.h"
 
 namespace veltramoor {
+namespace {
 
 void setUpSession() {
   HttpRequest language(
@@ -15,6 +18,19 @@ void setUpSession() {
   HttpRequestRegExUserInfo userInfo;
   userInfo.setResponseData(settings.responseData());
   userInfo.request();
+}
+
+}  // namespace
+
+void requestAndSetUpSession(HttpRequest& request) noexcept {
+  try {
+    request.request();
+    if (sessionExists(request)) {
+      setUpSession();
+    }
+  } catch (const std::exception&) {
+    // A request cut short has no valid response; a session stands whatever became of the name.
+  }
 }
 
 }  // namespace veltramoor

@@ -10,8 +10,17 @@ constexpr std::string_view kLoginForm = R"(action="/login" name="loginform")";
 constexpr std::string_view kInvalidUsername = "check username and password.";
 constexpr std::string_view kAnonymous = "anonymous";
 
-std::string_view textOf(const HttpRequest& request) {
-  return request.result() ? std::string_view(*request.result()) : std::string_view();
+// One byte of another encoding must not make the login form an account page: such a page is judged
+// by its bytes.
+std::string_view pageOf(const HttpRequest& request) {
+  const auto& page = request.result() ? request.result() : request.responseData();
+  return page ? std::string_view(*page) : std::string_view();
+}
+
+// Domain of a cookie for that host only: without port and brackets.
+std::string cookieDomain(const std::string& host) {
+  const std::string domain = SiteConfiguration::hostWithoutPort(host);
+  return domain.starts_with('[') ? domain.substr(1, domain.size() - 2) : domain;
 }
 
 }  // namespace
@@ -29,12 +38,12 @@ bool isLoginUrl(std::string_view url) { return url == loginAddress(); }
 bool isInvalidUsername(std::string_view page) { return page.find(kInvalidUsername) != page.npos; }
 
 bool sessionExists(const HttpRequest& settingsPage) {
-  return settingsPage.isResponseValid() && !isLoginHeader(textOf(settingsPage));
+  return settingsPage.isResponseValid() && !isLoginHeader(pageOf(settingsPage));
 }
 
 LoginOutcome judgeLogin(const HttpRequest& request) {
-  const std::string_view page = textOf(request);
-  if (page == kAnonymous || sessionExists(request)) {
+  const std::string_view page = pageOf(request);
+  if (request.result() == kAnonymous || sessionExists(request)) {
     return {true, ""};
   }
   if (!request.isResponseValid()) {
@@ -50,9 +59,9 @@ LoginOutcome judgeLogin(const HttpRequest& request) {
 
 std::size_t deleteSessionCookies() {
   const SiteConfiguration& configuration = SiteConfiguration::current();
-  const std::string site = SiteConfiguration::hostWithoutPort(configuration.siteHost);
-  const std::string defaultSite = SiteConfiguration::hostWithoutPort(configuration.defaultSiteHost);
-  const std::string captcha = SiteConfiguration::hostWithoutPort(configuration.captchaHost);
+  const std::string site = cookieDomain(configuration.siteHost);
+  const std::string defaultSite = cookieDomain(configuration.defaultSiteHost);
+  const std::string captcha = cookieDomain(configuration.captchaHost);
   // The site in use may be another than the built-in one; its session ends too.
   std::vector<std::string> domains{"." + defaultSite, defaultSite, "." + captcha};
   if (!site.empty()) {

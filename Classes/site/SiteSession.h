@@ -30,8 +30,9 @@ struct LoginOutcome {
 [[nodiscard]] bool isInvalidUsername(std::string_view page);
 
 /// Whether the answer to the settings page shows a session: a valid response without the form.
+/// A page that is not UTF-8, and so has no text, is judged by its bytes.
 [[nodiscard]] bool sessionExists(const HttpRequest& settingsPage);
-/// Judges the last exchange of a login.
+/// Judges the last exchange of a login; a request whose `result` is "anonymous" is a success.
 [[nodiscard]] LoginOutcome judgeLogin(const HttpRequest& request);
 
 /// Deletes the session's cookies, those of the site and of its captcha service, and returns how
