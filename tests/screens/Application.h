@@ -46,6 +46,8 @@ class Application {
   ~Application() {
     engine_.reset();
     delegate_.applicationWillTerminate();
+    // The device outlives the window that gave it a size.
+    Device::sharedInstance().setScreenSize({320, 480});
   }
 
   [[nodiscard]] QQuickWindow* window() const { return window_; }
