@@ -1,7 +1,8 @@
 import QtQuick
 import Veltramoor
 
-// Category, order and sort of a list. Laid out from the top of the screen, beneath the bar.
+// Category, order and sort of a list: the controller's parts, laid out from the top of the screen,
+// beneath the bar.
 FocusScope {
     id: root
     objectName: "displaySettings"
@@ -16,64 +17,42 @@ FocusScope {
         color: Theme.ground
     }
 
-    Item {
-        id: form
-        anchors.horizontalCenter: parent.horizontalCenter
+    FormScroll {
+        objectName: "displaySettingsScroll"
+        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; bottom: parent.bottom }
         width: Math.min(parent.width, Theme.formWidth)
-        height: parent.height
+        contentHeight: form.childrenRect.y + form.childrenRect.height + 20
+        topInset: 44
 
-        Text {
-            x: 20
-            y: 60
-            text: qsTr("Order by:")
-            color: Theme.textStrong
-            font { family: Theme.fontFamily; pixelSize: 16 }
-        }
-        Segments {
-            objectName: "orderControl"
-            x: 20
-            y: 90
-            width: parent.width - 40
-            label: qsTr("Order by")
-            control: root.controller.order
-            focus: true
-        }
-        Text {
-            x: 20
-            y: 130
-            text: qsTr("Sort:")
-            color: Theme.textStrong
-            font { family: Theme.fontFamily; pixelSize: 16 }
-        }
-        Segments {
-            objectName: "sortControl"
-            x: 20
-            y: 160
-            width: parent.width - 40
-            label: qsTr("Sort")
-            control: root.controller.sort
-        }
+        Item {
+            id: form
+            width: parent.width
 
-        Row {
-            x: 20
-            y: 210
-            spacing: 0
+            Repeater {
+                id: parts
+                model: root.controller.infoView
 
-            PickerWheel {
-                objectName: "groupWheel"
-                width: (form.width - 40) * 160 / 280
-                label: qsTr("Category")
-                names: root.controller.groups
-                selected: root.controller.selectedGroup
-                onChosen: row => root.controller.didSelectRow(row, 0)
+                DisplaySettingsPartView {
+                    // Places are given for a form of 320 points; a wider one is filled.
+                    // qmllint disable unqualified
+                    controller: root.controller
+                    x: 20 + (part.frame.x - 20) * stretch
+                    y: part.frame.y
+                    width: part.frame.width * stretch
+
+                    readonly property real stretch: (form.width - 40) / 280
+                    // qmllint enable unqualified
+                }
             }
-            PickerWheel {
-                objectName: "memberWheel"
-                width: (form.width - 40) * 120 / 280
-                label: qsTr("Subcategory")
-                names: root.controller.members
-                selected: root.controller.selectedMember
-                onChosen: row => root.controller.didSelectRow(row, 1)
+        }
+    }
+
+    Component.onCompleted: {
+        for (let i = 0; i < parts.count; ++i) {
+            const view = parts.itemAt(i) as DisplaySettingsPartView
+            if (view.part.kind !== DisplaySettingsPart.Label) {
+                view.focus = true
+                return
             }
         }
     }

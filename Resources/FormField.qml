@@ -46,9 +46,10 @@ FocusScope {
         inputMethodHints: root.hints | (root.secret ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
         font { family: Theme.fontFamily; pixelSize: 16 }
 
-        Accessible.role: Accessible.EditableText
+        // Of what can be edited the whole text would be read out, secret or not.
+        Accessible.role: root.secret ? Accessible.StaticText : Accessible.EditableText
         Accessible.name: root.label
-        Accessible.passwordEdit: root.secret
+        Accessible.focusable: true
 
         onTextEdited: root.field.text = text
         onActiveFocusChanged: root.field.focusChanged(activeFocus)

@@ -64,5 +64,7 @@ FocusScope {
         textFormat: Text.PlainText
         color: Theme.textStrong
         font { family: Theme.fontFamily; pixelSize: 17; bold: true }
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 13
     }
 }

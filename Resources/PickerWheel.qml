@@ -1,7 +1,8 @@
 import QtQuick
 import Veltramoor
 
-// One wheel of a picker: turned by touch, mouse wheel or keys, the middle row is the chosen one.
+// One wheel of a picker: turned by touch, mouse wheel or keys, the row in the band is the chosen one.
+// Without a chosen row there is no band.
 FocusScope {
     id: root
 
@@ -17,7 +18,10 @@ FocusScope {
     activeFocusOnTab: true
 
     Accessible.role: Accessible.ComboBox
-    Accessible.name: label + ": " + (names[selected] ?? "")
+    Accessible.name: label + ": " + (names[selected] ?? qsTr("none"))
+    Accessible.focusable: true
+    Accessible.onIncreaseAction: turn(1)
+    Accessible.onDecreaseAction: turn(-1)
 
     // A wheel at rest on another row is a choice; one that was turned to the chosen row is not.
     function settle(): void {
@@ -25,31 +29,47 @@ FocusScope {
             root.chosen(list.currentIndex)
     }
     function follow(): void {
-        if (list.currentIndex !== root.selected) {
-            list.currentIndex = root.selected
-            list.positionViewAtIndex(root.selected, ListView.SnapPosition)
-        }
+        list.currentIndex = Math.max(0, root.selected)
+    }
+    // At once: what the wheel held before has nothing to do with it.
+    function jump(): void {
+        follow()
+        list.positionViewAtIndex(list.currentIndex, ListView.SnapPosition)
     }
 
     onSelectedChanged: follow()
-    Component.onCompleted: follow()
+    Component.onCompleted: jump()
 
     function turn(by: int): void {
-        const row = root.selected + by
-        if (row >= 0 && row < root.names.length)
+        const row = Math.max(0, Math.min(root.names.length - 1, root.selected + by))
+        if (by !== 0 && row !== root.selected && row < root.names.length)
             root.chosen(row)
     }
 
-    Keys.onUpPressed: turn(-1)
-    Keys.onDownPressed: turn(1)
+    Keys.onPressed: event => {
+        ring.keyed = true
+        switch (event.key) {
+        case Qt.Key_Up: turn(-1); break
+        case Qt.Key_Down: turn(1); break
+        case Qt.Key_PageUp: turn(-4); break
+        case Qt.Key_PageDown: turn(4); break
+        case Qt.Key_Home: turn(-names.length); break
+        case Qt.Key_End: turn(names.length); break
+        default: return
+        }
+        event.accepted = true
+    }
+    Keys.onReleased: ring.keyed = true
 
     Rectangle {
         anchors.fill: parent
         color: Theme.row
-        border { width: root.activeFocus ? 2 : 1; color: root.activeFocus ? Theme.accent : Theme.raised }
+        border.color: Theme.raised
     }
 
     Rectangle {
+        objectName: root.objectName + "Band"
+        visible: root.selected >= 0
         y: 2 * root.rowHeight
         width: parent.width
         height: root.rowHeight
@@ -58,6 +78,7 @@ FocusScope {
 
     ListView {
         id: list
+        objectName: root.objectName + "List"
         anchors { fill: parent; margins: 1 }
         clip: true
         model: root.names
@@ -69,7 +90,7 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
 
         onMovementEnded: root.settle()
-        onCountChanged: positionViewAtIndex(root.selected, ListView.SnapPosition)
+        onModelChanged: root.jump()
 
         // qmllint disable unqualified
         delegate: Item {
@@ -89,14 +110,17 @@ FocusScope {
                 color: row.index === root.selected ? Theme.textStrong : Theme.text
                 font { family: Theme.fontFamily; pixelSize: 18 }
                 fontSizeMode: Text.HorizontalFit
-                minimumPixelSize: 12
+                minimumPixelSize: 10
             }
 
             MouseArea {
                 anchors.fill: parent
                 onClicked: {
                     root.forceActiveFocus()
-                    root.chosen(row.index)
+                    ring.keyed = false
+                    // Choosing a group again would lose the member.
+                    if (row.index !== root.selected)
+                        root.chosen(row.index)
                 }
             }
         }
@@ -107,6 +131,17 @@ FocusScope {
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.NoButton
-        onWheel: event => root.turn(event.angleDelta.y < 0 ? 1 : -1)
+
+        WheelSteps {
+            id: steps
+            pixelsPerStep: root.rowHeight
+        }
+        onWheel: event => root.turn(steps.take(event))
+    }
+
+    FocusRing {
+        id: ring
+        control: root
+        anchors.margins: 0
     }
 }

@@ -11,10 +11,12 @@ FocusScope {
     height: 30
     activeFocusOnTab: true
 
-    Accessible.role: Accessible.RadioButton
-    Accessible.name: label + ": " + (control.titles[control.selectedSegment] ?? "")
+    Accessible.role: Accessible.Grouping
+    Accessible.name: label + ": " + (control.titles[control.selectedSegment] ?? qsTr("none"))
+    Accessible.focusable: true
 
     function step(by: int): void {
+        ring.keyed = true
         for (let i = control.selectedSegment + by; i >= 0 && i < control.titles.length; i += by) {
             if (control.enabledSegments[i]) {
                 control.choose(i)
@@ -25,8 +27,9 @@ FocusScope {
 
     Keys.onLeftPressed: step(-1)
     Keys.onRightPressed: step(1)
+    Keys.onReleased: ring.keyed = true
 
-    Row {
+    Item {
         Repeater {
             model: root.control.titles
 
@@ -39,14 +42,26 @@ FocusScope {
                 readonly property bool chosen: root.control.selectedSegment === index
 
                 objectName: root.objectName + index
+                x: index * width
                 width: root.width / root.control.titles.length
                 height: root.height
+                enabled: root.control.enabledSegments[index]
                 color: chosen ? Theme.accent : area.pressed ? Theme.rowPressed : Theme.row
                 border.color: Theme.raised
-                opacity: root.control.enabledSegments[index] ? 1 : 0.4
+                opacity: enabled ? 1 : 0.4
+
+                Accessible.role: Accessible.RadioButton
+                Accessible.name: modelData
+                Accessible.checkable: true
+                Accessible.checked: chosen
+                Accessible.onPressAction: root.control.choose(index)
 
                 Text {
-                    anchors.centerIn: parent
+                    anchors { fill: parent; leftMargin: 4; rightMargin: 4 }
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 10
                     text: segment.modelData
                     color: segment.chosen ? "#1a1a1a" : Theme.text
                     font { family: Theme.fontFamily; pixelSize: 13; bold: true }
@@ -54,9 +69,11 @@ FocusScope {
 
                 MouseArea {
                     id: area
-                    anchors { fill: parent; topMargin: -5; bottomMargin: -5 }
+                    readonly property real beyond: Math.max(0, (Theme.touchTarget - segment.height) / 2)
+                    anchors { fill: parent; topMargin: -beyond; bottomMargin: -beyond }
                     onClicked: {
                         root.forceActiveFocus()
+                        ring.keyed = false
                         root.control.choose(segment.index)
                     }
                 }
@@ -65,11 +82,8 @@ FocusScope {
         }
     }
 
-    Rectangle {
-        anchors { fill: parent; margins: -3 }
-        visible: root.activeFocus
-        color: "transparent"
-        radius: 4
-        border { width: 2; color: Theme.accent }
+    FocusRing {
+        id: ring
+        control: root
     }
 }

@@ -42,19 +42,32 @@ const CategoryGroup& groupAt(int row) { return categoryTable()[static_cast<std::
 
 }  // namespace
 
-DisplaySettingsViewController::DisplaySettingsViewController(const QString& title,
-                                                             DisplaySettingsKeys keys)
+DisplaySettingsViewController::DisplaySettingsViewController(DisplaySettingsKeys keys)
     : ViewController(QStringLiteral("DisplaySettings.qml")),
       keys_(std::move(keys)),
       order_(namesOf(orderTable())),
       sort_(namesOf(sortTable())) {
-  setTitle(title);
+  setTitle(tr("Recents Display Settings"));
   order_.setSelectedSegment(storedSegment(orderTable(), keys_.order));
   sort_.setSelectedSegment(storedSegment(sortTable(), keys_.sort));
   connect(&order_, &SegmentedControl::valueChanged, this,
           &DisplaySettingsViewController::didOrderBy);
   connect(&sort_, &SegmentedControl::valueChanged, this, &DisplaySettingsViewController::didSortBy);
+  addParts();
   selectStoredCategory();
+}
+
+std::shared_ptr<DisplaySettingsViewController> DisplaySettingsViewController::sharedInstance() {
+  static const auto instance = std::make_shared<DisplaySettingsViewController>();
+  return instance;
+}
+
+void DisplaySettingsViewController::addParts() {
+  infoView_.addLabel(QStringLiteral("orderLabel"), tr("Order by:"), {20, 60, 300, 20});
+  infoView_.addSegments(QStringLiteral("orderControl"), tr("Order by"), {20, 90, 280, 30}, &order_);
+  infoView_.addLabel(QStringLiteral("sortLabel"), tr("Sort:"), {20, 130, 300, 20});
+  infoView_.addSegments(QStringLiteral("sortControl"), tr("Sort"), {20, 160, 280, 30}, &sort_);
+  infoView_.addPicker(QStringLiteral("categoryPicker"), tr("Category"), {20, 210, 280, 50});
 }
 
 void DisplaySettingsViewController::selectStoredCategory() {
@@ -84,8 +97,14 @@ void DisplaySettingsViewController::viewWillAppear() {
 }
 
 int DisplaySettingsViewController::numberOfRows(int component) const {
-  return static_cast<int>(component == kGroups ? categoryTable().size()
-                                               : groupAt(selectedGroup_).members.size());
+  if (component == kGroups) {
+    return static_cast<int>(categoryTable().size());
+  }
+  return selectedGroup_ == kNoRow ? 0 : static_cast<int>(groupAt(selectedGroup_).members.size());
+}
+
+double DisplaySettingsViewController::widthForComponent(int component) {
+  return component == kGroups ? 160 : 120;
 }
 
 void DisplaySettingsViewController::didSelectRow(int row, int component) {
@@ -93,8 +112,12 @@ void DisplaySettingsViewController::didSelectRow(int row, int component) {
     return;
   }
   if (component == kGroups) {
+    const bool sameGroup = row == selectedGroup_;
     selectedGroup_ = row;
     row = 0;
+    if (!sameGroup) {
+      emit membersChanged();
+    }
   }
   selectedMember_ = row;
   store(keys_.category, groupAt(selectedGroup_).members[static_cast<std::size_t>(row)].code);
@@ -118,7 +141,7 @@ QStringList DisplaySettingsViewController::groups() const {
 }
 
 QStringList DisplaySettingsViewController::members() const {
-  return namesOf(groupAt(selectedGroup_).members);
+  return selectedGroup_ == kNoRow ? QStringList() : namesOf(groupAt(selectedGroup_).members);
 }
 
 }  // namespace veltramoor

@@ -1,23 +1,53 @@
 #include "settings/FavoriteDisplaySettingsViewController.h"
 
-#include <mutex>
-
-#include "PreferencesKeys.h"
+#include "platform/Preferences.h"
 
 namespace veltramoor {
+namespace {
+
+QString storedCount() {
+  const std::string stored =
+      Preferences::sharedInstance().string(PreferencesKeys::favoritesCount).value_or("");
+  return stored.empty() ? QStringLiteral("5") : QString::fromStdString(stored);
+}
+
+QString wholeNumber(double value) { return QString::asprintf("%.0f", value); }
+
+}  // namespace
 
 FavoriteDisplaySettingsViewController::FavoriteDisplaySettingsViewController()
-    : DisplaySettingsViewController(
-          tr("Favorite Settings"),
-          {std::string(PreferencesKeys::favoriteCategory), std::string(PreferencesKeys::orderBy),
-           std::string(PreferencesKeys::sortBy)}) {}
+    : DisplaySettingsViewController({.category = std::string(PreferencesKeys::favoriteCategory)}) {
+  setTitle(tr("Favorites Display Settings"));
+  for (int i = OrderLabel; i <= SortControl; ++i) {
+    infoView()->remove(0);
+  }
+  const QString purpose = tr("Number of pages to filter at once:");
+  infoView()->addLabel(QStringLiteral("favoritesCountLabel"), purpose, {20, 420, 250, 20});
+  favoritesCountValue_ = infoView()->addLabel(QStringLiteral("favoritesCountValue"), storedCount(),
+                                              {270, 420, 30, 20});
+  infoView()->addSlider(QStringLiteral("favoritesCountSlider"), purpose, {20, 440, 280, 44},
+                        &favoritesCountSlider_);
+  favoritesCountSlider_.setValue(storedCount().toDouble());
+  connect(&favoritesCountSlider_, &Slider::moved, this,
+          &FavoriteDisplaySettingsViewController::movedFavoritesSlider);
+  connect(&favoritesCountSlider_, &Slider::released, this,
+          &FavoriteDisplaySettingsViewController::changedFavoritesSlider);
+}
 
 std::shared_ptr<FavoriteDisplaySettingsViewController>
 FavoriteDisplaySettingsViewController::sharedInstance() {
-  static std::mutex mutex;
-  const std::lock_guard lock(mutex);
   static const auto instance = std::make_shared<FavoriteDisplaySettingsViewController>();
   return instance;
+}
+
+void FavoriteDisplaySettingsViewController::movedFavoritesSlider() {
+  favoritesCountValue_->setText(wholeNumber(favoritesCountSlider_.value()));
+}
+
+void FavoriteDisplaySettingsViewController::changedFavoritesSlider() {
+  Preferences::sharedInstance().setString(PreferencesKeys::favoritesCount,
+                                          wholeNumber(favoritesCountSlider_.value()).toStdString());
+  Preferences::sharedInstance().synchronize();
 }
 
 }  // namespace veltramoor

@@ -1,28 +1,25 @@
 #include "settings/RecentDisplaySettingsViewController.h"
 
-#include <mutex>
-
 #include "PreferencesKeys.h"
 
 namespace veltramoor {
 
 RecentDisplaySettingsViewController::RecentDisplaySettingsViewController()
-    : DisplaySettingsViewController(tr("Recent Settings"),
-                                    {std::string(PreferencesKeys::recentCategory),
-                                     std::string(PreferencesKeys::recentOrderBy),
-                                     std::string(PreferencesKeys::recentSortBy)}) {}
+    : DisplaySettingsViewController({.category = std::string(PreferencesKeys::recentCategory),
+                                     .order = std::string(PreferencesKeys::recentOrderBy),
+                                     .sort = std::string(PreferencesKeys::recentSortBy)}) {
+  setTitle(tr("Recent Settings"));
+}
 
 std::shared_ptr<RecentDisplaySettingsViewController>
 RecentDisplaySettingsViewController::sharedInstance() {
-  static std::mutex mutex;
-  const std::lock_guard lock(mutex);
   static const auto instance = std::make_shared<RecentDisplaySettingsViewController>();
   return instance;
 }
 
 void RecentDisplaySettingsViewController::didSelectRow(int row, int component) {
   DisplaySettingsViewController::didSelectRow(row, component);
-  if (component != kGroups) {
+  if (component != kGroups || row < 0 || row >= numberOfRows(kGroups)) {
     return;
   }
   const bool all = row == 0;

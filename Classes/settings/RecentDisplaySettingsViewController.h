@@ -15,7 +15,6 @@ class RecentDisplaySettingsViewController : public veltramoor::DisplaySettingsVi
  public:
   RecentDisplaySettingsViewController();
 
-  /// Made on first use; shows the stored choices of that moment and the person's since then.
   static std::shared_ptr<RecentDisplaySettingsViewController> sharedInstance();
 
   void didSelectRow(int row, int component) override;

@@ -1,21 +1,16 @@
 #include "settings/SearchDisplaySettingsViewController.h"
 
-#include <mutex>
-
-#include "PreferencesKeys.h"
-
 namespace veltramoor {
 
 SearchDisplaySettingsViewController::SearchDisplaySettingsViewController()
-    : DisplaySettingsViewController(tr("Search Settings"),
-                                    {std::string(PreferencesKeys::searchCategory),
-                                     std::string(PreferencesKeys::searchOrderBy),
-                                     std::string(PreferencesKeys::searchSortBy)}) {}
+    : DisplaySettingsViewController({.category = std::string(PreferencesKeys::searchCategory),
+                                     .order = std::string(PreferencesKeys::searchOrderBy),
+                                     .sort = std::string(PreferencesKeys::searchSortBy)}) {
+  setTitle(tr("Search Settings"));
+}
 
 std::shared_ptr<SearchDisplaySettingsViewController>
 SearchDisplaySettingsViewController::sharedInstance() {
-  static std::mutex mutex;
-  const std::lock_guard lock(mutex);
   static const auto instance = std::make_shared<SearchDisplaySettingsViewController>();
   return instance;
 }

@@ -1,4 +1,4 @@
-// The choices of searches.
+// The search's choices.
 #pragma once
 
 #include <memory>
@@ -7,13 +7,13 @@
 
 namespace veltramoor {
 
+/// Category, order and sort of what a search finds.
 class SearchDisplaySettingsViewController : public veltramoor::DisplaySettingsViewController {
   Q_OBJECT
 
  public:
   SearchDisplaySettingsViewController();
 
-  /// Made on first use; shows the stored choices of that moment and the person's since then.
   static std::shared_ptr<SearchDisplaySettingsViewController> sharedInstance();
 };
 

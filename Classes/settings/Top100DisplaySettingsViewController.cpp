@@ -1,21 +1,20 @@
 #include "settings/Top100DisplaySettingsViewController.h"
 
-#include <mutex>
-
-#include "PreferencesKeys.h"
-
 namespace veltramoor {
 
 Top100DisplaySettingsViewController::Top100DisplaySettingsViewController()
-    : DisplaySettingsViewController(tr("Top 100 Settings"),
-                                    {std::string(PreferencesKeys::top100Category),
-                                     std::string(PreferencesKeys::top100OrderBy),
-                                     std::string(PreferencesKeys::top100SortBy)}) {}
+    : DisplaySettingsViewController({.category = std::string(PreferencesKeys::top100Category),
+                                     .order = std::string(PreferencesKeys::top100OrderBy),
+                                     .sort = std::string(PreferencesKeys::top100SortBy)}) {
+  setTitle(tr("Top 100 Settings"));
+  for (int i = OrderLabel; i <= SortControl; ++i) {
+    infoView()->remove(0);
+  }
+  infoView()->at(0)->moveTo({20, 50});
+}
 
 std::shared_ptr<Top100DisplaySettingsViewController>
 Top100DisplaySettingsViewController::sharedInstance() {
-  static std::mutex mutex;
-  const std::lock_guard lock(mutex);
   static const auto instance = std::make_shared<Top100DisplaySettingsViewController>();
   return instance;
 }

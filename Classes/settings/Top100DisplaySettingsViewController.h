@@ -1,4 +1,4 @@
-// The top 100's choice.
+// The top 100's choices.
 #pragma once
 
 #include <memory>
@@ -7,13 +7,13 @@
 
 namespace veltramoor {
 
+/// The category alone: the site orders its top 100 itself.
 class Top100DisplaySettingsViewController : public veltramoor::DisplaySettingsViewController {
   Q_OBJECT
 
  public:
   Top100DisplaySettingsViewController();
 
-  /// Made on first use; shows the stored choices of that moment and the person's since then.
   static std::shared_ptr<Top100DisplaySettingsViewController> sharedInstance();
 };
 

@@ -1,4 +1,4 @@
-// The uploads' choices.
+// The choices for a list of uploads.
 #pragma once
 
 #include <memory>
@@ -7,13 +7,13 @@
 
 namespace veltramoor {
 
+/// Order and sort alone: the site lists an account's uploads whatever their category.
 class UploadDisplaySettingsViewController : public veltramoor::DisplaySettingsViewController {
   Q_OBJECT
 
  public:
   UploadDisplaySettingsViewController();
 
-  /// Made on first use; shows the stored choices of that moment and the person's since then.
   static std::shared_ptr<UploadDisplaySettingsViewController> sharedInstance();
 };
 

@@ -6,6 +6,7 @@
 #include "lists/SearchListViewController.h"
 #include "lists/Top100ListViewController.h"
 #include "lists/UploadListViewController.h"
+#include "remote/ServerSettingsViewController.h"
 #include "shell/LogoutViewController.h"
 #include "toolkit/NavigationController.h"
 
@@ -23,6 +24,10 @@ std::shared_ptr<NavigationController> listInBlackStack() {
   return inBlackStack(std::make_shared<List>(TableViewStyle::Plain));
 }
 
+std::shared_ptr<ViewController> remoteSettings() {
+  return std::make_shared<ServerSettingsViewController>();
+}
+
 }  // namespace
 
 std::vector<std::shared_ptr<ViewController>> assembleTabs(std::function<void()> logout) {
@@ -35,6 +40,8 @@ std::vector<std::shared_ptr<ViewController>> assembleTabs(std::function<void()> 
       listInBlackStack<UploadListViewController>(),
       // Bare, without a stack.
       std::make_shared<HistoryListViewController>(TableViewStyle::Plain),
+      // The one bar that keeps the default look.
+      std::make_shared<NavigationController>(remoteSettings()),
       inBlackStack(std::make_shared<LogoutViewController>(std::move(logout))),
   };
 }

@@ -51,6 +51,8 @@ class Application {
   ~Application() {
     engine_.reset();
     EXPECT_TRUE(delegate_.applicationWillTerminate());
+    // The device outlives the window that gave it a size.
+    Device::sharedInstance().setScreenSize({320, 480});
   }
 
   [[nodiscard]] QQuickWindow* window() const { return window_; }

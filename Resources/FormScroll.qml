@@ -1,0 +1,60 @@
+import QtQuick
+import Veltramoor
+
+// A form that scrolls where the window is too low for it. The control that gets the focus comes
+// into view.
+Flickable {
+    id: root
+
+    // What of its top lies beneath a bar.
+    property real topInset: 0
+    readonly property Item focused: Window.activeFocusItem
+
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    interactive: contentHeight > height
+
+    // Scrolls no further than is needed to show `item`, made higher by `extra`.
+    function show(item: Item, extra: real): void {
+        const top = item.mapToItem(contentItem, 0, 0).y
+        const bottom = top + item.height + extra
+        let to = contentY
+        if (bottom > to + height)
+            to = bottom - height
+        if (top < to + topInset)
+            to = top - topInset
+        to = Math.max(0, Math.min(to, contentHeight - height))
+        if (to !== contentY) {
+            scrolling.to = to
+            scrolling.restart()
+        }
+    }
+
+    // Once everything has its place.
+    onFocusedChanged: settling.restart()
+    onHeightChanged: settling.restart()
+
+    function follow(): void {
+        for (let item = focused; item; item = item.parent) {
+            if (item === contentItem) {
+                show(focused, 0)
+                return
+            }
+        }
+    }
+
+    onMovementStarted: scrolling.stop()
+
+    Timer {
+        id: settling
+        interval: 0
+        onTriggered: root.follow()
+    }
+
+    NumberAnimation {
+        id: scrolling
+        target: root
+        property: "contentY"
+        duration: Theme.motion
+    }
+}
