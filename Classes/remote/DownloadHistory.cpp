@@ -1,7 +1,5 @@
 #include "remote/DownloadHistory.h"
 
-#include <mutex>
-
 #include "PreferencesKeys.h"
 #include "platform/Preferences.h"
 
@@ -14,14 +12,8 @@ std::vector<std::string> DownloadHistory::names() {
 }
 
 bool DownloadHistory::append(const std::string& name) {
-  static std::mutex mutex;
-  const std::lock_guard lock(mutex);
-  std::vector<std::string> history = names();
-  history.push_back(name);
-  if (history.size() > kMaximum) {
-    history.erase(history.begin());
-  }
-  return Preferences::sharedInstance().setArray(PreferencesKeys::torrentHistory, history);
+  return Preferences::sharedInstance().appendToArray(PreferencesKeys::torrentHistory, name,
+                                                     kMaximum);
 }
 
 }  // namespace veltramoor

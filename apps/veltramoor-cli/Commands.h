@@ -16,6 +16,9 @@ struct Command {
 };
 using Commands = std::vector<Command>;
 
+/// Refuses a value that is not UTF-8: no file, screen or remote client could take it.
+[[nodiscard]] CLI::Validator utf8();
+
 /// recent, send, history.
 void addListCommands(CLI::App& app, Commands& commands);
 /// remote set, show.

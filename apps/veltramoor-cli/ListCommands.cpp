@@ -43,7 +43,8 @@ std::shared_ptr<AllListViewController> recentList() {
 
 bool load(Terminal& terminal, AllListViewController& list, int page) {
   return terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(&list, &AllListViewController::pageLoaded, &list, done);
+    QObject::connect(&list, &AllListViewController::pageLoaded, &list, done,
+                     Qt::SingleShotConnection);
     list.fetchPage(page);
   });
 }
@@ -81,7 +82,7 @@ int reportSend(const Terminal& terminal, bool sent, const std::string& name, boo
     fail(kDone, *terminal.alertText());
   }
   if (json) {
-    fmt::print("{}\n", nlohmann::json{{"sent", name}}.dump());
+    fmt::print("{}\n", jsonText(nlohmann::json{{"sent", name}}));
   } else {
     fmt::print("Sent {}\n", printable(name));
   }
@@ -100,7 +101,8 @@ int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool js
   }
   const std::string name = torrents[static_cast<std::size_t>(row) - 1].name;
   const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done);
+    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done,
+                     Qt::SingleShotConnection);
     list->didTapDownloadButton(row - 1);
   });
   return reportSend(terminal, sent, name, json);
@@ -127,7 +129,7 @@ int recent(Terminal& terminal, int page, bool json) {
   if (json) {
     nlohmann::json rows = nlohmann::json::array();
     std::ranges::transform(torrents, std::back_inserter(rows), jsonOf);
-    fmt::print("{}\n", rows.dump(2));
+    fmt::print("{}\n", jsonText(rows, 2));
     return kDone;
   }
   int row = 0;
@@ -153,7 +155,7 @@ int history(bool json) {
   std::vector<std::string> names = DownloadHistory::names();
   std::ranges::reverse(names);
   if (json) {
-    fmt::print("{}\n", nlohmann::json(names).dump(2));
+    fmt::print("{}\n", jsonText(names, 2));
     return kDone;
   }
   for (const std::string& name : names) {
@@ -176,8 +178,10 @@ void addListCommands(CLI::App& app, Commands& commands) {
   sending
       ->add_option("what", arguments->what,
                    "Row number (from 1) of a recent page, or a magnet link")
-      ->required();
-  sending->add_option("--name", arguments->name, "Name to remember a magnet link by");
+      ->required()
+      ->check(utf8());
+  sending->add_option("--name", arguments->name, "Name to remember a magnet link by")
+      ->check(utf8());
   sending->add_option("--page", arguments->page, "Page of the row, from 0")
       ->check(CLI::Range(0, 1000000));
   commands.push_back({sending, [arguments](Terminal& terminal, bool json) {
