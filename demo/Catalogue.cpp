@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ranges>
 
 #include "demo/Random.h"
 #include "demo/Vocabulary.h"
@@ -86,10 +85,13 @@ std::string makeHash(Random& random) {
 
 std::vector<std::string> foldedWords(const std::string& words) {
   std::vector<std::string> list;
-  for (const auto part : std::views::split(foldCase(words), ' ')) {
-    if (!part.empty()) {
-      list.emplace_back(part.begin(), part.end());
+  const std::string folded = foldCase(words);
+  for (std::size_t begin = 0; begin < folded.size();) {
+    const std::size_t end = std::min(folded.find(' ', begin), folded.size());
+    if (end > begin) {
+      list.push_back(folded.substr(begin, end - begin));
     }
+    begin = end + 1;
   }
   return list;
 }

@@ -133,7 +133,7 @@ std::string magnetGif() {
   // cleared in time, and a pixel can be written as it is.
   std::string gif("GIF89a\x0C\0\x0C\0\xF6\0\0", 13);
   gif += std::string_view("\xFF\xFF\xFF\xB0\x30\x30\x50\x50\x50", 9);
-  gif.append(125 * 3, '\0');
+  gif.append(std::size_t{125} * 3, '\0');
   gif += std::string_view("!\xF9\x04\x01\0\0\0\0", 8);         // colour 0 is transparent
   gif += std::string_view(",\0\0\0\0\x0C\0\x0C\0\0\x07", 11);  // one image, 7 bits a pixel
   std::string codes;

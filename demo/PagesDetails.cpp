@@ -14,7 +14,7 @@ std::string facts(const PageContext& context, const DemoTorrent& torrent) {
     list += fmt::format("\t<dt>{}:</dt>\n\t<dd>{}</dd>\n", label, value);
   };
   fact(context.say("Type", "Art"),
-       fmt::format("<a href=\"/browse/{0}\" title=\"More from this category\">{1} &gt; {2}</a>",
+       fmt::format(R"(<a href="/browse/{0}" title="More from this category">{1} &gt; {2}</a>)",
                    torrent.category, demoCategoryLabel(torrent.category / 100 * 100),
                    demoCategoryLabel(torrent.category)));
   fact(context.say("Size", "Grösse"),
@@ -29,7 +29,7 @@ std::string facts(const PageContext& context, const DemoTorrent& torrent) {
   fact(context.say("By", "Von"),
        torrent.uploader.empty()
            ? std::string("<i>Anonymous</i>")
-           : fmt::format("<a href=\"/user/{0}\" title=\"Browse {0}\">{0}</a>", torrent.uploader));
+           : fmt::format(R"(<a href="/user/{0}" title="Browse {0}">{0}</a>)", torrent.uploader));
   fact(context.say("Seeders", "Seeder"), std::to_string(torrent.seeders));
   fact(context.say("Leechers", "Leecher"), std::to_string(torrent.leechers));
   fact("Info hash", torrent.infoHash);

@@ -23,7 +23,7 @@ std::string uploaderMarkup(const DemoTorrent& torrent) {
   if (torrent.uploader.empty()) {
     return "<i>Anonymous</i>";
   }
-  return fmt::format("<a class=\"detDesc\" href=\"/user/{0}\" title=\"Browse {0}\">{0}</a>",
+  return fmt::format(R"(<a class="detDesc" href="/user/{0}" title="Browse {0}">{0}</a>)",
                      torrent.uploader);
 }
 

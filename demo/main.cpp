@@ -1,6 +1,5 @@
 // veltramoor-demo-site: a local index site with invented content, to try the application with.
 #include <poll.h>
-#include <signal.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 

@@ -1,5 +1,8 @@
 #include "lists/ImageLoader.h"
 
+#include <exception>
+#include <utility>
+
 #include "platform/MainThread.h"
 #include "platform/UrlLoading.h"
 
@@ -10,11 +13,15 @@ ImageLoader::ImageLoader(std::optional<Url> url, Completion completion)
 
 void ImageLoader::main() {
   QImage image;
-  if (url_) {
-    const UrlResult answer = UrlLoading::sharedInstance().send({.url = *url_});
-    if (answer.data) {
-      image = QImage::fromData(QByteArray::fromStdString(*answer.data));
+  try {
+    if (url_) {
+      const UrlResult answer = UrlLoading::sharedInstance().send({.url = *url_});
+      if (answer.data) {
+        image = QImage::fromData(QByteArray::fromStdString(*answer.data));
+      }
     }
+  } catch (const std::exception&) {
+    image = {};
   }
   // The completion goes to the main thread in any case: its screen must not be released here.
   MainThread::perform([completion = std::exchange(completion_, nullptr), url = url_,

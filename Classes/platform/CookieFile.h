@@ -13,8 +13,8 @@ class Database;
 namespace veltramoor {
 
 /// The cookie lines in the state file. Never throws: cookies that cannot be kept are no reason for
-/// a request to fail. Used by one thread at a time; two processes may share the file, and the later
-/// writer's list stands.
+/// a request to fail. Used by one thread at a time; two processes may share the file: each writes
+/// only what it changed itself, and the later change of one cookie stands.
 class CookieFile {
  public:
   explicit CookieFile(const std::filesystem::path& stateFile);
@@ -24,8 +24,9 @@ class CookieFile {
 
   /// In the order in which they were written; empty when the file cannot be used.
   [[nodiscard]] std::vector<std::string> read();
-  /// Replaces all lines in one transaction; false when the disk refused, and the old lines stand.
-  bool write(const std::vector<std::string>& lines);
+  /// Makes the changes that lead from `known`, what the caller last read or wrote, to `lines`, in
+  /// one transaction; false when the disk refused, and the old lines stand.
+  bool write(const std::vector<std::string>& known, const std::vector<std::string>& lines);
 
  private:
   std::unique_ptr<SQLite::Database> database_;

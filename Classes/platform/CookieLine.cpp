@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <chrono>
 
 namespace veltramoor {
 namespace {
@@ -80,6 +81,12 @@ std::string lowerCaseDomain(std::string_view domain) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   });
   return lowered;
+}
+
+bool isExpired(const Cookie& cookie) {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return cookie.expires &&
+         *cookie.expires < std::chrono::duration_cast<std::chrono::seconds>(now).count();
 }
 
 std::string identityOf(const Cookie& cookie) {

@@ -21,6 +21,9 @@ namespace veltramoor {
 /// What decides whether one cookie replaces another: domain without case, path, name.
 [[nodiscard]] std::string identityOf(const Cookie& cookie);
 
+/// Whether its time is over by now; a session cookie's never is.
+[[nodiscard]] bool isExpired(const Cookie& cookie);
+
 /// ASCII letters only: what domains are compared by.
 [[nodiscard]] std::string lowerCaseDomain(std::string_view domain);
 

@@ -27,12 +27,6 @@ struct ListedCookie {
   std::uint64_t place = 0;
 };
 
-bool isExpired(const Cookie& cookie) {
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return cookie.expires &&
-         *cookie.expires < std::chrono::duration_cast<std::chrono::seconds>(now).count();
-}
-
 }  // namespace
 
 class CookieStorage::Impl {
@@ -53,6 +47,7 @@ class CookieStorage::Impl {
     if (stateFile) {
       file_.emplace(*stateFile);
       lastLines_ = file_->read();
+      writtenLines_ = lastLines_;
       for (const std::string& line : lastLines_) {
         // Through a Cookie, so that a line which is none reaches nothing.
         if (const auto cookie = cookieOfLine(line); cookie && !isExpired(*cookie)) {
@@ -64,7 +59,7 @@ class CookieStorage::Impl {
 
   ~Impl() {
     if (file_ && !lastWriteDone_) {
-      file_->write(lastLines_);
+      file_->write(writtenLines_, lastLines_);
     }
   }
 
@@ -157,7 +152,10 @@ class CookieStorage::Impl {
     const auto now = std::chrono::steady_clock::now();
     if (file_ && (lines != lastLines_ || (!lastWriteDone_ && now >= retryTime_))) {
       lastLines_ = std::move(lines);
-      lastWriteDone_ = file_->write(lastLines_);
+      lastWriteDone_ = file_->write(writtenLines_, lastLines_);
+      if (lastWriteDone_) {
+        writtenLines_ = lastLines_;
+      }
       retryTime_ = now + kRetryPause;
     }
     savedChanges_ = changes;
@@ -198,7 +196,9 @@ class CookieStorage::Impl {
   std::optional<CookieFile> file_;
   std::atomic<std::uint64_t> savedChanges_{0};
   std::atomic<bool> lastWriteDone_{true};
-  // What the file holds or, when it was refused, should hold.
+  // What this process last loaded or wrote, and what it wants the file to hold: the same, unless
+  // the disk refused it.
+  std::vector<std::string> writtenLines_;
   std::vector<std::string> lastLines_;
   std::uint64_t lastSnapshot_ = 0;
   std::chrono::steady_clock::time_point retryTime_;

@@ -3,6 +3,7 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <functional>
@@ -44,7 +45,9 @@ std::atomic<Preferences*> chosenInstance{nullptr};
 class Preferences::Impl {
  public:
   explicit Impl(OpenedStateFile opened)
-      : database_(std::move(opened.database)), notice_(std::move(opened.notice)) {}
+      : database_(std::move(opened.database)),
+        notice_(std::move(opened.notice)),
+        isPersistent_(opened.isPersistent) {}
 
   std::optional<std::string> value(std::string_view key, const char* type) {
     return guarded<std::optional<std::string>>([&] { return storedValue(key, type); });
@@ -65,16 +68,36 @@ class Preferences::Impl {
 
   bool setElements(std::string_view key, const std::vector<std::string>& elements) {
     return write(
-        key, [&] { return storedElements(key) == elements; },
+        key, [&] { return storedElements(key) == elements; }, [&] { store(key, elements); });
+  }
+
+  bool appendElement(std::string_view key, const std::string& value, std::size_t maximum) {
+    return write(
+        key, [] { return false; },
         [&] {
-          const std::string name(key);
-          Use(deleteElements_).with(name).exec();
-          Use(replaceValue_).with(name, std::string(kArray), std::string()).exec();
-          for (std::size_t i = 0; i < elements.size(); ++i) {
-            Use(insertElement_).with(name, static_cast<std::int64_t>(i), elements[i]).exec();
+          std::vector<std::string> elements =
+              storedElements(key).value_or(std::vector<std::string>());
+          elements.push_back(value);
+          const std::size_t excess = elements.size() - std::min(maximum, elements.size());
+          elements.erase(elements.begin(), elements.begin() + static_cast<std::ptrdiff_t>(excess));
+          store(key, elements);
+        });
+  }
+
+  bool removeElement(std::string_view key, std::size_t index) {
+    return write(
+        key, [] { return false; },
+        [&] {
+          std::vector<std::string> elements =
+              storedElements(key).value_or(std::vector<std::string>());
+          if (index < elements.size()) {
+            elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(index));
+            store(key, elements);
           }
         });
   }
+
+  bool isPersistent() const { return isPersistent_; }
 
   std::optional<std::string> lastProblem() {
     const std::lock_guard lock(mutex_);
@@ -107,6 +130,15 @@ class Preferences::Impl {
     return elements;
   }
 
+  void store(std::string_view key, const std::vector<std::string>& elements) {
+    const std::string name(key);
+    Use(deleteElements_).with(name).exec();
+    Use(replaceValue_).with(name, std::string(kArray), std::string()).exec();
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+      Use(insertElement_).with(name, static_cast<std::int64_t>(i), elements[i]).exec();
+    }
+  }
+
   /// A file that fails to be read has no value to give.
   template <typename Result>
   Result guarded(const std::function<Result()>& read) {
@@ -120,21 +152,21 @@ class Preferences::Impl {
   }
 
   bool write(std::string_view key, const std::function<bool()>& isStored,
-             const std::function<void()>& store) {
+             const std::function<void()>& change) {
     const std::lock_guard lock(mutex_);
     try {
       if (!isStored()) {
         SQLite::Transaction transaction(*database_, SQLite::TransactionBehavior::IMMEDIATE);
         // Another process may have written the same while this one waited for its turn.
         if (!isStored()) {
-          store();
+          change();
           transaction.commit();
           ++writeCount_;
         }
       }
       writeProblem_.reset();
       return true;
-    } catch (const SQLite::Exception& error) {
+    } catch (const std::exception& error) {
       writeProblem_ = fmt::format("The setting {} could not be saved: {}.", key, error.what());
       return false;
     }
@@ -143,6 +175,7 @@ class Preferences::Impl {
   std::mutex mutex_;
   std::unique_ptr<SQLite::Database> database_;
   std::optional<std::string> notice_;
+  bool isPersistent_;
   std::optional<std::string> writeProblem_;
   std::uint64_t writeCount_ = 0;
   SQLite::Statement selectValue_{*database_,
@@ -198,6 +231,17 @@ bool Preferences::setArray(std::string_view key, const std::vector<std::string>&
 bool Preferences::setNumber(std::string_view key, std::int64_t value) {
   return impl_->setValue(key, kNumber, std::to_string(value));
 }
+
+bool Preferences::appendToArray(std::string_view key, const std::string& value,
+                                std::size_t maximum) {
+  return impl_->appendElement(key, value, maximum);
+}
+
+bool Preferences::removeFromArray(std::string_view key, std::size_t index) {
+  return impl_->removeElement(key, index);
+}
+
+bool Preferences::isPersistent() const { return impl_->isPersistent(); }
 
 std::optional<std::string> Preferences::lastProblem() const { return impl_->lastProblem(); }
 

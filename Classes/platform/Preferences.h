@@ -1,6 +1,7 @@
 // Settings and remembered state by key.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -38,10 +39,18 @@ class Preferences {
   bool setString(std::string_view key, std::string_view value);
   bool setArray(std::string_view key, const std::vector<std::string>& value);
   bool setNumber(std::string_view key, std::int64_t value);
+  /// Appends to an array (none counts as empty) and drops the oldest elements over `maximum`, in
+  /// one step that no other process's write comes between.
+  bool appendToArray(std::string_view key, const std::string& value, std::size_t maximum);
+  /// Removes the element at `index`, if there is one, in one such step.
+  bool removeFromArray(std::string_view key, std::size_t index);
 
   /// Nothing to do, every write being durable already; kept so that writers can say what they mean.
   void synchronize() {}
 
+  /// Whether values outlive the process: false in memory, also when it took the place of a file
+  /// that could not be had.
+  [[nodiscard]] bool isPersistent() const;
   /// A sentence for the person about a file set aside at opening or the last failed write.
   [[nodiscard]] std::optional<std::string> lastProblem() const;
   /// Values written to disk so far; equal writes do not count.

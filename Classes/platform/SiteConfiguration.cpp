@@ -47,18 +47,6 @@ bool isHost(const std::string& text) {
   return url && !url->host().empty();
 }
 
-/// Why `value` cannot stand for `key`, as the end of a sentence; empty when it can.
-std::string_view complaint(std::string_view key, const std::string& value) {
-  if (key == "donation-url") {
-    const std::optional<Url> url = Url::parse(value);
-    return url && url->isHttp() ? "" : "must be an address that begins with http:// or https://";
-  }
-  if ((key == kSiteHostKey && value.empty()) || isHost(value)) {
-    return "";
-  }
-  return "must be a host name, with a port if need be, without http:// and without a path";
-}
-
 std::string SiteConfiguration::*fieldOf(std::string_view key) {
   for (const auto& [name, field] : SiteConfiguration::keys()) {
     if (name == key) {
@@ -97,7 +85,7 @@ void apply(const toml::table& table, SiteConfiguration& configuration, Problems&
       problems.add(key.source().begin, fmt::format("\"{}\" is no setting", key.str()));
     } else if (!value) {
       problems.add(node.source().begin, fmt::format("\"{}\" must be a text in quotes", key.str()));
-    } else if (const std::string_view wrong = complaint(key.str(), *value); !wrong.empty()) {
+    } else if (const auto wrong = SiteConfiguration::complaint(key.str(), *value); !wrong.empty()) {
       problems.add(node.source().begin, fmt::format("\"{}\" {}", key.str(), wrong));
     } else {
       configuration.*field = *value;
@@ -218,6 +206,21 @@ bool SiteConfiguration::saveSiteHost(const fs::path& file, const std::string& si
   } catch (const std::exception&) {
     return false;
   }
+}
+
+std::string_view SiteConfiguration::complaint(std::string_view key, const std::string& value) {
+  if (key == "donation-url") {
+    const std::optional<Url> url = Url::parse(value);
+    return url && url->isHttp() ? "" : "must be an address that begins with http:// or https://";
+  }
+  // The one that may be a folder of another site: it only ever begins addresses.
+  const std::string host =
+      key == "forum-host" && !value.empty() ? value.substr(0, value.find('/')) : value;
+  if ((key == kSiteHostKey && value.empty()) ||
+      (isHost(host) && Url::parse("http://" + value + "/"))) {
+    return "";
+  }
+  return "must be a host name, with a port if need be, without http:// and without a path";
 }
 
 bool SiteConfiguration::isHost(const std::string& text) { return veltramoor::isHost(text); }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct SiteConfiguration {
   std::string siteHost;
   /// default-site-host: the built-in host of the language cookie and of logout.
   std::string defaultSiteHost = "index.example";
+  /// forum-host: may be a folder of a site ("127.0.0.1:8080/forum").
   std::string forumHost = "forum.index.example";
   std::string captchaHost = "captcha.example";
   std::string movieDatabaseHost = "movies.example";
@@ -43,6 +45,10 @@ struct SiteConfiguration {
 
   /// Whether `text` is a host, with or without a port, and nothing else.
   [[nodiscard]] static bool isHost(const std::string& text);
+
+  /// Why `value` cannot stand for `key`, as the end of a sentence that does not repeat it (there
+  /// may be a password in it); empty when it can.
+  [[nodiscard]] static std::string_view complaint(std::string_view key, const std::string& value);
 
   /// The configuration in force. Thread-safe; what was read stays valid when another is set.
   static const SiteConfiguration& current();

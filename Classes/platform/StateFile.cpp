@@ -7,6 +7,8 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -25,6 +27,7 @@ using DatabasePointer = std::unique_ptr<SQLite::Database>;
 constexpr int kBusyTimeoutMs = 5000;
 /// How long to wait for others to be done with a damaged file.
 constexpr std::chrono::seconds kDamagedFileTimeout{2};
+
 bool isDamage(const SQLite::Exception& error) {
   return error.getErrorCode() == SQLITE_CORRUPT || error.getErrorCode() == SQLITE_NOTADB;
 }
@@ -122,20 +125,46 @@ OpenedStateFile openWithoutWriting(const fs::path& path, const std::string& reas
   return {openInMemory(),
           fmt::format("The settings file {} cannot be used ({}). Settings and signing in last only "
                       "until Veltramoor closes.",
-                      path.string(), reason)};
+                      path.string(), reason),
+          false};
 }
+
+/// What this process was told when it set files aside, by their paths: whoever opens a damaged file
+/// first replaces it, and that may be one who has nobody to tell.
+class Notices {
+ public:
+  void add(const fs::path& path, const std::string& notice) {
+    const std::lock_guard lock(mutex_);
+    notices_[path] = notice;
+  }
+  std::optional<std::string> about(const fs::path& path) {
+    const std::lock_guard lock(mutex_);
+    const auto found = notices_.find(path);
+    return found == notices_.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  static Notices& sharedInstance() {
+    static Notices instance;
+    return instance;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::map<fs::path, std::string> notices_;
+};
 
 /// Sets a damaged file aside and begins a new one. The lock is held alone.
 OpenedStateFile replaceDamaged(const fs::path& path) {
   std::string notice;
   try {
-    // Another process may have put a new one in its place meanwhile.
-    return {openForWriting(path), std::nullopt};
+    // Somebody else may have put a new one in its place meanwhile.
+    return {openForWriting(path), Notices::sharedInstance().about(path)};
   } catch (const StateFileDamaged& damage) {
     const fs::path kept = setStateFileAside(path);
     notice = fmt::format("The file of settings and cookies was damaged ({}). It is kept as {}.",
                          damage.what(), kept.string());
   }
+  Notices::sharedInstance().add(path, notice);
   try {
     return {openForWriting(path), notice + " A new one was begun."};
   } catch (const std::exception& error) {
@@ -145,13 +174,30 @@ OpenedStateFile replaceDamaged(const fs::path& path) {
   }
 }
 
+/// Not in step with others that are after the same.
+void pauseOutOfStep() {
+  std::this_thread::sleep_for(std::chrono::milliseconds(5 + getpid() % 7 * 3));
+}
+
+/// Waits for one who holds the lock alone, which ours do only while they replace a file. Throws
+/// std::runtime_error when that takes too long.
+void share(StateFolderLock& lock) {
+  const auto deadline = std::chrono::steady_clock::now() + kDamagedFileTimeout;
+  while (!lock.share()) {
+    if (std::chrono::steady_clock::now() > deadline) {
+      throw std::runtime_error("another program has its folder locked");
+    }
+    pauseOutOfStep();
+  }
+}
+
 /// Opens the file, or replaces it once nobody else has it open.
 OpenedStateFile openOrReplace(const fs::path& path, StateFolderLock& lock) {
   const auto deadline = std::chrono::steady_clock::now() + kDamagedFileTimeout;
   while (true) {
+    share(lock);
     try {
-      lock.share();
-      return {openForWriting(path), std::nullopt};
+      return {openForWriting(path), Notices::sharedInstance().about(path)};
     } catch (const StateFileDamaged& damage) {
       lock.release();
       if (lock.takeAlone()) {
@@ -162,14 +208,13 @@ OpenedStateFile openOrReplace(const fs::path& path, StateFolderLock& lock) {
             fmt::format("it is damaged ({}), and another program has it open", damage.what()));
       }
     }
-    // Not in step with others that are after the same.
-    std::this_thread::sleep_for(std::chrono::milliseconds(5 + getpid() % 7 * 3));
+    pauseOutOfStep();
   }
 }
 
 /// Lets the connection hold the lock until it is closed: SQLite destroys a function's data last.
 void keepUntilClosed(SQLite::Database& database, std::unique_ptr<StateFolderLock> lock) {
-  lock->share();
+  share(*lock);
   sqlite3_create_function_v2(
       database.getHandle(), "veltramoor_folder_lock", 0, SQLITE_UTF8, lock.release(),
       [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); }, nullptr,
@@ -185,7 +230,7 @@ fs::path defaultStateFile() { return Bundle::stateFolder() / "veltramoor.sqlite"
 
 OpenedStateFile openStateFile(const std::optional<fs::path>& path) {
   if (!path) {
-    return {openInMemory(), std::nullopt};
+    return {openInMemory(), std::nullopt, false};
   }
   const fs::path file = fs::absolute(*path);
   try {

@@ -26,7 +26,10 @@ struct OpenedStateFile {
   std::unique_ptr<SQLite::Database> database;
   /// A sentence for the person when something was out of order: a corrupt file was set aside (the
   /// sentence names where it is kept), or the folder cannot be written.
+  /// Said again to everybody who opens the file later in this process.
   std::optional<std::string> notice;
+  /// False when memory took the file's place.
+  bool isPersistent = true;
 };
 
 /// Opens or creates the file with mode 0600 (folders it makes have mode 0700), migrates its schema

@@ -31,13 +31,30 @@ fs::path withSuffix(const fs::path& path, const std::string& suffix) {
   return path.string() + suffix;
 }
 
-/// SQLite takes a file of a few bytes for an empty one and would write over it.
+/// SQLite takes a file of a few bytes for an empty one and would write over it; what is in the
+/// write-ahead file of an empty one it would throw away.
 void refuseStub(const fs::path& path) {
   constexpr std::uintmax_t kSmallestDatabase = 512;
   const std::uintmax_t size = fs::file_size(path);
   if (size > 0 && size < kSmallestDatabase) {
     throw StateFileDamaged("it is too short");
   }
+  std::error_code absent;
+  const std::uintmax_t journal = fs::file_size(withSuffix(path, "-wal"), absent);
+  // Looked at again: who is just creating the file fills it before its write-ahead file.
+  if (size == 0 && !absent && journal > 0 && fs::file_size(path) == 0) {
+    throw StateFileDamaged("its main part is missing");
+  }
+}
+
+/// Whether the lock could be had at once, or locking does not work here at all.
+bool tryFlock(int descriptor, int operation) {
+  while (descriptor >= 0 && flock(descriptor, operation | LOCK_NB) != 0) {
+    if (errno != EINTR) {
+      return errno != EWOULDBLOCK;
+    }
+  }
+  return true;
 }
 
 }  // namespace
@@ -51,14 +68,9 @@ StateFolderLock::~StateFolderLock() {
   }
 }
 
-void StateFolderLock::share() {
-  while (descriptor_ >= 0 && flock(descriptor_, LOCK_SH) != 0 && errno == EINTR) {
-  }
-}
+bool StateFolderLock::share() { return tryFlock(descriptor_, LOCK_SH); }
 
-bool StateFolderLock::takeAlone() {
-  return descriptor_ < 0 || flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-}
+bool StateFolderLock::takeAlone() { return tryFlock(descriptor_, LOCK_EX); }
 
 void StateFolderLock::release() {
   if (descriptor_ >= 0) {
@@ -82,10 +94,7 @@ void makeStateFolder(const fs::path& folder) {
 // The file is never opened: closing any descriptor of it would drop the locks that another
 // connection of this process holds on it (fcntl(2)). SQLite gives journals the mode of the file.
 void makePrivateStateFile(const fs::path& path) {
-  if (mknod(path.c_str(), S_IFREG | kFileMode, 0) == 0) {
-    return;
-  }
-  if (errno != EEXIST) {
+  if (mknod(path.c_str(), S_IFREG | kFileMode, 0) != 0 && errno != EEXIST) {
     throw std::system_error(errno, std::generic_category(), path.string());
   }
   for (const char* companion : {"", "-wal", "-journal", "-shm"}) {

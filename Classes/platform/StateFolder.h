@@ -16,8 +16,8 @@ class StateFolderLock {
   StateFolderLock(const StateFolderLock&) = delete;
   StateFolderLock& operator=(const StateFolderLock&) = delete;
 
-  /// Waits for one that holds it alone.
-  void share();
+  /// False, and nothing is held any more, when somebody else holds it alone.
+  [[nodiscard]] bool share();
   /// False, and nothing is held any more, when somebody else has it.
   [[nodiscard]] bool takeAlone();
   void release();
@@ -31,7 +31,8 @@ class StateFolderLock {
 void makeStateFolder(const std::filesystem::path& folder);
 
 /// Creates an absent file and takes other people's access to a present one away, without opening
-/// it. Throws std::system_error, and StateFileDamaged for a file too short to be one.
+/// it. Throws std::system_error, and StateFileDamaged for a file too short to be one, also for an
+/// empty or absent one whose write-ahead file is there.
 void makePrivateStateFile(const std::filesystem::path& file);
 
 /// Moves a damaged file and its journals out of the way; returns where the file is kept. Throws

@@ -7,7 +7,7 @@
 namespace veltramoor {
 
 /// The array under the history key: oldest first, at most 50, duplicates kept. Thread-safe: sends
-/// of two lists that end at the same moment are both remembered.
+/// that end at the same moment, of two lists or two processes, are both remembered.
 class DownloadHistory {
  public:
   static constexpr std::size_t kMaximum = 50;

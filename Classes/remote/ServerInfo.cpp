@@ -26,13 +26,10 @@ ServerInfo::Field ServerInfo::read(const Field& field) const {
   return field;
 }
 
-void ServerInfo::write(Field& field, Field value, std::string_view key) {
+bool ServerInfo::write(Field& field, Field value, std::string_view key) {
   const std::lock_guard lock(mutex_);
   field = std::move(value);
-  if (field) {
-    Preferences::sharedInstance().setString(key, *field);
-    Preferences::sharedInstance().synchronize();
-  }
+  return !field || Preferences::sharedInstance().setString(key, *field);
 }
 
 std::optional<std::string> ServerInfo::client() const { return read(client_); }
@@ -41,20 +38,20 @@ std::optional<std::string> ServerInfo::port() const { return read(port_); }
 std::optional<std::string> ServerInfo::username() const { return read(username_); }
 std::optional<std::string> ServerInfo::password() const { return read(password_); }
 
-void ServerInfo::setClient(Field value) {
-  write(client_, std::move(value), PreferencesKeys::serverClient);
+bool ServerInfo::setClient(Field value) {
+  return write(client_, std::move(value), PreferencesKeys::serverClient);
 }
-void ServerInfo::setAddress(Field value) {
-  write(address_, std::move(value), PreferencesKeys::serverAddress);
+bool ServerInfo::setAddress(Field value) {
+  return write(address_, std::move(value), PreferencesKeys::serverAddress);
 }
-void ServerInfo::setPort(Field value) {
-  write(port_, std::move(value), PreferencesKeys::serverPort);
+bool ServerInfo::setPort(Field value) {
+  return write(port_, std::move(value), PreferencesKeys::serverPort);
 }
-void ServerInfo::setUsername(Field value) {
-  write(username_, std::move(value), PreferencesKeys::serverUser);
+bool ServerInfo::setUsername(Field value) {
+  return write(username_, std::move(value), PreferencesKeys::serverUser);
 }
-void ServerInfo::setPassword(Field value) {
-  write(password_, std::move(value), PreferencesKeys::serverPassword);
+bool ServerInfo::setPassword(Field value) {
+  return write(password_, std::move(value), PreferencesKeys::serverPassword);
 }
 
 }  // namespace veltramoor

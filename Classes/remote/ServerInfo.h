@@ -28,18 +28,19 @@ class ServerInfo {
   [[nodiscard]] std::optional<std::string> username() const;
   [[nodiscard]] std::optional<std::string> password() const;
 
-  /// Each setter's value is durable when it returns. Setting an absent value changes only the
-  /// record: no key is ever removed from the store.
-  void setClient(std::optional<std::string> value);
-  void setAddress(std::optional<std::string> value);
-  void setPort(std::optional<std::string> value);
-  void setUsername(std::optional<std::string> value);
-  void setPassword(std::optional<std::string> value);
+  /// Each setter's value is durable when it returns true; false when the store refused it (see
+  /// Preferences). Setting an absent value changes only the record: no key is ever removed from the
+  /// store.
+  bool setClient(std::optional<std::string> value);
+  bool setAddress(std::optional<std::string> value);
+  bool setPort(std::optional<std::string> value);
+  bool setUsername(std::optional<std::string> value);
+  bool setPassword(std::optional<std::string> value);
 
  private:
   using Field = std::optional<std::string>;
   [[nodiscard]] Field read(const Field& field) const;
-  void write(Field& field, Field value, std::string_view key);
+  bool write(Field& field, Field value, std::string_view key);
   void reload();
 
   mutable std::mutex mutex_;

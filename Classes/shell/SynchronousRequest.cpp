@@ -7,6 +7,7 @@
 
 #include "platform/MainThread.h"
 #include "platform/OperationQueue.h"
+#include "platform/UrlLoading.h"
 
 namespace veltramoor {
 namespace {
@@ -38,6 +39,8 @@ class RequestOperation final : public Operation {
 
 // A few, so that one server that hangs does not keep the next request waiting.
 OperationQueue& workers() {
+  // Made first, so that it is there until the last worker has ended.
+  UrlLoading::sharedInstance();
   static OperationQueue queue(4);
   return queue;
 }

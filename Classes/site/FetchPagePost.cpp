@@ -8,10 +8,14 @@ FetchPagePost::FetchPagePost(std::optional<Url> url, std::string post, Completio
     : FetchPage(std::move(url), std::move(completion)), post_(std::move(post)) {}
 
 void FetchPagePost::fetch() {
-  HttpRequest request(url());
-  request.setType("POST");
-  request.setPostData(post_);
-  request.request();
+  try {
+    HttpRequest request(url());
+    request.setType("POST");
+    request.setPostData(post_);
+    request.request();
+  } catch (const std::exception&) {
+    // No more is asked about a form that was never sent than about one that was refused.
+  }
   returnObject_ = true;
 }
 

@@ -77,7 +77,7 @@ int listFilters(bool json) {
     }
   }
   if (json) {
-    fmt::print("{}\n", array.dump(2));
+    fmt::print("{}\n", jsonText(array, 2));
   }
   return kDone;
 }
@@ -118,6 +118,7 @@ void addFavoriteCommands(CLI::App& app, Commands& commands) {
   CLI::App* listing = app.add_subcommand("favourites", "List recent torrents that pass a filter");
   const auto arguments = std::make_shared<FavoritesArguments>();
   listing->add_option("--category", arguments->category, "Category number, 0 for all")
+      ->check(utf8())
       ->check(CLI::Range(0, 999));
   listing->add_option("--pages", arguments->pages, "How many pages to look through")
       ->check(CLI::Range(1, 500));
@@ -129,7 +130,9 @@ void addFavoriteCommands(CLI::App& app, Commands& commands) {
       app.add_subcommand("filters", "The favourite filters")->require_subcommand(0, 1);
   const auto regex = std::make_shared<std::string>();
   CLI::App* add = filters->add_subcommand("add", "Add a filter");
-  add->add_option("REGEX", *regex, "Regular expression that wanted names match")->required();
+  add->add_option("REGEX", *regex, "Regular expression that wanted names match")
+      ->required()
+      ->check(utf8());
   const auto number = std::make_shared<int>();
   CLI::App* remove = filters->add_subcommand("remove", "Remove a filter");
   remove->add_option("N", *number, "Its number in the list")->required();

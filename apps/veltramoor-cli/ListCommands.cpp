@@ -186,6 +186,7 @@ void addListCommands(CLI::App& app, Commands& commands) {
   const auto query = fresh();
   addList(app, commands, "search", "List what the site finds", kSearch, search, query)
       ->add_option("query", query->query, "What to look for")
+      ->check(utf8())
       ->required();
   addList(app, commands, "top", "List the 100 torrents with the most seeders", kTop100, top,
           fresh());

@@ -31,7 +31,7 @@ void printRows(const std::vector<Torrent>& torrents, bool json) {
   if (json) {
     nlohmann::json rows = nlohmann::json::array();
     std::ranges::transform(torrents, std::back_inserter(rows), jsonOf);
-    fmt::print("{}\n", rows.dump(2));
+    fmt::print("{}\n", jsonText(rows, 2));
     return;
   }
   int row = 0;

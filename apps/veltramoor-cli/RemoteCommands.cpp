@@ -48,14 +48,17 @@ int remoteSet(const RemoteArguments& arguments) {
     std::getline(std::cin, *password);
   }
   ServerInfo& info = ServerInfo::sharedInstance();
-  const auto before = Preferences::sharedInstance().lastProblem();
-  if (arguments.client) info.setClient(arguments.client);
-  if (arguments.address) info.setAddress(arguments.address);
-  if (port) info.setPort(port);
-  if (arguments.user) info.setUsername(arguments.user);
-  if (password) info.setPassword(password);
-  const auto after = Preferences::sharedInstance().lastProblem();
-  return after && after != before ? fail(kRefused, *after) : kDone;
+  const Preferences& preferences = Preferences::sharedInstance();
+  if (!preferences.isPersistent()) {
+    return fail(kRefused, "Nothing was kept: the settings file cannot be used.");
+  }
+  const bool isStored = (!arguments.client || info.setClient(arguments.client)) &&
+                        (!arguments.address || info.setAddress(arguments.address)) &&
+                        (!port || info.setPort(port)) &&
+                        (!arguments.user || info.setUsername(arguments.user)) &&
+                        (!password || info.setPassword(password));
+  return isStored ? kDone
+                  : fail(kRefused, preferences.lastProblem().value_or("It could not be saved."));
 }
 
 // Of the password only whether there is one.
@@ -63,12 +66,12 @@ int remoteShow(bool json) {
   const ServerInfo& info = ServerInfo::sharedInstance();
   const bool hasPassword = !info.password().value_or("").empty();
   if (json) {
-    fmt::print("{}\n", nlohmann::json{{"client", orNull(info.client())},
-                                      {"address", orNull(info.address())},
-                                      {"port", orNull(info.port())},
-                                      {"username", orNull(info.username())},
-                                      {"hasPassword", hasPassword}}
-                           .dump(2));
+    fmt::print("{}\n", jsonText({{"client", orNull(info.client())},
+                                 {"address", orNull(info.address())},
+                                 {"port", orNull(info.port())},
+                                 {"username", orNull(info.username())},
+                                 {"hasPassword", hasPassword}},
+                                2));
     return kDone;
   }
   if (!info.client()) {
@@ -89,9 +92,9 @@ void addRemoteCommands(CLI::App& app, Commands& commands) {
   CLI::App* set = remote->add_subcommand("set", "Say where it is");
   const auto arguments = std::make_shared<RemoteArguments>();
   set->add_option("--client", arguments->client, "Vuze, Transmission or Utorrent");
-  set->add_option("--address", arguments->address, "Host name or IP address");
+  set->add_option("--address", arguments->address, "Host name or IP address")->check(utf8());
   set->add_option("--port", arguments->port, "Port of its remote interface");
-  set->add_option("--user", arguments->user, "User name of its remote interface");
+  set->add_option("--user", arguments->user, "User name of its remote interface")->check(utf8());
   set->add_flag("--password-stdin", arguments->passwordFromInput,
                 "Read the password from the first line of standard input");
   commands.push_back({set, [arguments](Terminal&, bool) { return remoteSet(*arguments); }});

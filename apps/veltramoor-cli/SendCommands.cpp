@@ -62,7 +62,7 @@ int reportSend(const Terminal& terminal, bool sent, const std::string& name, boo
     fail(kDone, *terminal.alertText());
   }
   if (json) {
-    fmt::print("{}\n", nlohmann::json{{"sent", name}}.dump());
+    fmt::print("{}\n", jsonText({{"sent", name}}));
   } else {
     fmt::print("Sent {}\n", printable(name));
   }
@@ -81,7 +81,8 @@ int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool js
   }
   const std::string name = torrents[static_cast<std::size_t>(row) - 1].name;
   const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done);
+    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done,
+                     Qt::SingleShotConnection);
     list->didTapDownloadButton(row - 1);
   });
   return reportSend(terminal, sent, name, json);
@@ -118,7 +119,7 @@ int deleteFromHistory(const std::vector<std::string>& newestFirst, std::size_t r
   }
   const std::string& name = newestFirst[row - 1];
   if (json) {
-    fmt::print("{}\n", nlohmann::json{{"deleted", name}}.dump());
+    fmt::print("{}\n", jsonText({{"deleted", name}}));
   } else {
     fmt::print("Deleted {}\n", printable(name));
   }
@@ -132,7 +133,7 @@ int history(const std::optional<std::size_t>& deleted, bool json) {
     return deleteFromHistory(names, *deleted, json);
   }
   if (json) {
-    fmt::print("{}\n", nlohmann::json(names).dump(2));
+    fmt::print("{}\n", jsonText(names, 2));
     return kDone;
   }
   for (const std::string& name : names) {
@@ -149,8 +150,10 @@ void addSendCommands(CLI::App& app, Commands& commands) {
   sending
       ->add_option("what", arguments->what,
                    "Row number (from 1) of a recent page, or a magnet link")
-      ->required();
-  sending->add_option("--name", arguments->name, "Name to remember a magnet link by");
+      ->required()
+      ->check(utf8());
+  sending->add_option("--name", arguments->name, "Name to remember a magnet link by")
+      ->check(utf8());
   sending->add_option("--page", arguments->page, "Page of the row, from 0")
       ->check(CLI::Range(0, 1000000));
   commands.push_back({sending, [arguments](Terminal& terminal, bool json) {

@@ -61,9 +61,7 @@ int tell(bool json) {
   const UserInfo& user = UserInfo::sharedInstance();
   const std::string name = user.username().value_or("Anonymous");
   if (json) {
-    fmt::print("{}\n",
-               nlohmann::json{{"username", name}, {"ratio", user.ratio().value_or("")}}.dump(
-                   2, ' ', false, nlohmann::json::error_handler_t::replace));
+    fmt::print("{}\n", jsonText({{"username", name}, {"ratio", user.ratio().value_or("")}}, 2));
   } else {
     fmt::print("{} ({})\n", printable(name), printable(user.ratio().value_or("")));
   }
@@ -115,7 +113,7 @@ void addSessionCommands(CLI::App& app, Commands& commands) {
   CLI::App* signIn = app.add_subcommand(
       "login", "Sign in to the site; the password is asked for, or read from standard input");
   const auto username = std::make_shared<std::string>();
-  signIn->add_option("username", *username, "Your name at the site")->required();
+  signIn->add_option("username", *username, "Your name at the site")->required()->check(utf8());
   commands.push_back({signIn, [username](Terminal& terminal, bool json) {
                         return login(terminal, *username, json);
                       }});

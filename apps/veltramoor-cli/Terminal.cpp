@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 
 #include "platform/MainThread.h"
 
@@ -58,6 +59,10 @@ std::string printable(std::string_view text) {
     }
   }
   return result;
+}
+
+std::string jsonText(const nlohmann::json& value, int indent) {
+  return value.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
 }  // namespace veltramoor::cli

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,5 +41,8 @@ int fail(int status, std::string_view line);
 
 /// `text` without control characters: names from the network must not steer a terminal.
 [[nodiscard]] std::string printable(std::string_view text);
+
+/// `value` as text, on one line or indented; what is not UTF-8 in it becomes U+FFFD.
+[[nodiscard]] std::string jsonText(const nlohmann::json& value, int indent = -1);
 
 }  // namespace veltramoor::cli

@@ -8,7 +8,6 @@
 #include "platform/Bundle.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
-#include "platform/StateFile.h"
 
 namespace {
 
@@ -18,7 +17,10 @@ namespace cli = veltramoor::cli;
 void addSiteOptions(CLI::App& app, SiteConfiguration& configuration) {
   for (const auto& [name, field] : SiteConfiguration::keys()) {
     app.add_option("--" + name, configuration.*field,
-                   "Overrides " + name + " of the configuration file");
+                   "Overrides " + name + " of the configuration file")
+        ->check([key = name](const std::string& value) {
+          return std::string(SiteConfiguration::complaint(key, value));
+        });
   }
 }
 
@@ -75,7 +77,7 @@ int main(int argc, char** argv) {
   QGuiApplication application(noArguments, argv);
   try {
     return run(argc, argv);
-  } catch (const veltramoor::StateFileError& error) {
+  } catch (const std::exception& error) {
     return cli::fail(cli::kRefused, error.what());
   }
 }

@@ -39,6 +39,18 @@ SiteConfiguration configurationFrom(const QCommandLineParser& parser) {
   return configuration;
 }
 
+// What is wrong with an option of the command line, the value itself left out.
+std::optional<std::string> complaintAbout(const QCommandLineParser& parser) {
+  for (const auto& [name, field] : SiteConfiguration::keys()) {
+    const QString option = QString::fromStdString(name);
+    const auto wrong = SiteConfiguration::complaint(name, parser.value(option).toStdString());
+    if (parser.isSet(option) && !wrong.empty()) {
+      return "--" + name + " " + std::string(wrong);
+    }
+  }
+  return std::nullopt;
+}
+
 // "320x568", or an invalid size.
 QSize sizeFrom(const QString& text) {
   const QStringList sides = text.split(QLatin1Char('x'));
@@ -156,6 +168,10 @@ int main(int argc, char** argv) {
                       QStringLiteral("value")});
   }
   parser.process(application);
+  if (const auto wrong = complaintAbout(parser)) {
+    std::fprintf(stderr, "veltramoor: %s\n", wrong->c_str());
+    return 2;
+  }
   SiteConfiguration::setCurrent(configurationFrom(parser));
 
   try {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <fstream>
 #include <thread>
 
@@ -185,7 +186,7 @@ TEST(CookieStorageTest, ARestartLosesNothing) {
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
-TEST(CookieStorageTest, WritesOnlyWhatChangedAndTheLaterWriterWins) {
+TEST(CookieStorageTest, WritesOnlyWhatItChangedItself) {
   const TemporaryFolder folder;
   const auto file = folder / "state.sqlite";
   CookieStorage first(file);
@@ -199,7 +200,38 @@ TEST(CookieStorageTest, WritesOnlyWhatChangedAndTheLaterWriterWins) {
   EXPECT_EQ(listing(CookieStorage(file)), "a.example/ a=1\nb.example/ b=2\n");
   first.insert({.name = "c", .value = "3", .domain = "c.example"});
   first.saveIfChanged();
-  EXPECT_EQ(listing(CookieStorage(file)), "a.example/ a=1\nc.example/ c=3\n");
+  EXPECT_EQ(listing(CookieStorage(file)), "a.example/ a=1\nb.example/ b=2\nc.example/ c=3\n");
+  // Of one cookie the later change stands, and what either deletes is gone.
+  second.insert({.name = "a", .value = "4", .domain = "a.example"});
+  second.erase({"b.example"});
+  second.saveIfChanged();
+  first.insert({.name = "d", .value = "5", .domain = "d.example"});
+  first.erase({"c.example"});
+  first.saveIfChanged();
+  EXPECT_EQ(listing(CookieStorage(file)), "a.example/ a=4\nd.example/ d=5\n");
+  first.erase({"a.example"});
+  first.saveIfChanged();
+  EXPECT_EQ(listing(CookieStorage(file)), "d.example/ d=5\n");
+}
+
+TEST(CookieStorageTest, ACookieThatEndsDoesNotTakeItsRenewalAlong) {
+  const TemporaryFolder folder;
+  const auto file = folder / "state.sqlite";
+  const auto now = std::chrono::duration_cast<std::chrono::seconds>(
+                       std::chrono::system_clock::now().time_since_epoch())
+                       .count();
+  CookieStorage first(file);
+  first.insert({.name = "a", .value = "1", .domain = "a.example", .expires = now + 1});
+  first.saveIfChanged();
+  CookieStorage second(file);
+  second.insert({.name = "a", .value = "2", .domain = "a.example", .expires = kFarFuture});
+  second.saveIfChanged();
+  while (!first.cookies().empty()) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  first.insert({.name = "b", .value = "3", .domain = "b.example"});
+  first.saveIfChanged();
+  EXPECT_EQ(listing(CookieStorage(file)), "a.example/ a=2\nb.example/ b=3\n");
 }
 
 TEST(CookieStorageTest, AFileThatCannotBeHadIsNoReasonToFail) {

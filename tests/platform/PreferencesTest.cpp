@@ -4,6 +4,7 @@
 #include <signal.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "PreferencesKeys.h"
+#include "platform/CookieStorage.h"
 #include "support/ChildProcess.h"
 #include "support/TemporaryFolder.h"
 
@@ -98,6 +100,7 @@ TEST(Preferences, TwoProcessesWriteAtOnceWithoutLoss) {
       for (int i = 0; i < kWrites; ++i) {
         good = preferences.setNumber(name + std::to_string(i), i) && good;
         good = preferences.setArray("shared", Strings(10, name)) && good;
+        good = preferences.appendToArray("appended", name + std::to_string(i), 1000) && good;
         // Never a mixture of two writers' elements.
         const auto shared = preferences.array("shared");
         good = good && shared && *shared == Strings(10, shared->front());
@@ -110,9 +113,12 @@ TEST(Preferences, TwoProcessesWriteAtOnceWithoutLoss) {
     EXPECT_TRUE(test::childSucceeded(child));
   }
   const Preferences preferences(file);
+  const Strings appended = preferences.array("appended").value_or(Strings());
+  EXPECT_EQ(appended.size(), 3U * kWrites);
   for (int i = 0; i < kWrites; ++i) {
     for (const std::string name : {"a", "b", "c"}) {
       EXPECT_EQ(preferences.number(name + std::to_string(i)), i);
+      EXPECT_EQ(std::ranges::count(appended, name + std::to_string(i)), 1);
     }
   }
 }
@@ -133,7 +139,7 @@ TEST(Preferences, WhatWasWrittenSurvivesAKill) {
       return false;
     });
     std::int64_t reported = -1;
-    while (reported < 15 * round && read(ends[0], &reported, sizeof(reported)) > 0) {
+    while (reported < std::int64_t{15} * round && read(ends[0], &reported, sizeof(reported)) > 0) {
     }
     kill(child, SIGKILL);
     EXPECT_FALSE(test::childSucceeded(child));
@@ -176,10 +182,13 @@ TEST(Preferences, ADamagedFileIsReported) {
   const TemporaryFolder folder;
   const auto file = folder / "state.sqlite";
   std::ofstream(file) << std::string(600, 'x');
+  // Whoever opens it first replaces it, and cookies have nobody to tell.
+  const CookieStorage cookies(file);
   Preferences preferences(file);
   ASSERT_TRUE(preferences.lastProblem());
   EXPECT_NE(preferences.lastProblem()->find("state.sqlite.corrupt-"), std::string::npos);
   EXPECT_TRUE(preferences.setString("key", "value"));
+  EXPECT_TRUE(preferences.isPersistent());
   EXPECT_TRUE(preferences.lastProblem()) << "what happened at opening stays to be told";
 }
 

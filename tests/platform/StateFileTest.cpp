@@ -1,8 +1,11 @@
 #include "platform/StateFile.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -178,6 +181,46 @@ TEST(StateFile, ADamagedFileTakesItsJournalAlong) {
   EXPECT_TRUE(contentOf(kept[0].string() + "-wal") == journal);
 }
 
+TEST(StateFile, AnEmptyOrAbsentFileBesideAFullJournalIsSetAside) {
+  for (const bool isAbsent : {false, true}) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "state.sqlite";
+    const fs::path lost = folder / "lost" / "state.sqlite";
+    {
+      const OpenedStateFile opened = openStateFile(file);
+      storeCookie(*opened.database, "only in the journal");
+      fs::create_directory(lost.parent_path());
+      fs::copy_file(file.string() + "-wal", lost.string() + "-wal");
+    }
+    if (!isAbsent) {
+      write(lost, "");
+    }
+    const std::string journal = contentOf(lost.string() + "-wal");
+    ASSERT_FALSE(journal.empty());
+    const OpenedStateFile opened = openStateFile(lost);
+    EXPECT_EQ(storedCookies(*opened.database), "");
+    const std::vector<fs::path> kept = setAsideIn(lost.parent_path());
+    ASSERT_EQ(kept.size(), 1U);
+    EXPECT_NE(opened.notice.value_or("").find(kept[0].string()), std::string::npos);
+    EXPECT_TRUE(contentOf(kept[0].string() + "-wal") == journal);
+  }
+}
+
+TEST(StateFile, ALockedFolderIsNotWaitedForWithoutEnd) {
+  const TemporaryFolder folder;
+  const fs::path file = folder / "state.sqlite";
+  storeCookie(*openStateFile(file).database, "one");
+  const int locked = open(folder.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_EQ(flock(locked, LOCK_EX), 0);
+  {
+    const OpenedStateFile opened = openStateFile(file);
+    EXPECT_NE(opened.notice.value_or("").find("another program"), std::string::npos);
+    EXPECT_EQ(storedCookies(*opened.database), "one");
+  }
+  close(locked);
+  EXPECT_FALSE(openStateFile(file).notice);
+}
+
 // Its user would otherwise take the new file's journal for the old one's.
 TEST(StateFile, ADamagedFileThatIsInUseStaysInPlace) {
   const TemporaryFolder folder;
@@ -258,6 +301,7 @@ TEST(StateFile, WithoutAPlaceForAFileMemoryTakesItsPlace) {
     ASSERT_TRUE(opened.notice) << path;
     EXPECT_NE(opened.notice->find(path.string()), std::string::npos) << *opened.notice;
     EXPECT_NE(opened.notice->find("until Veltramoor closes"), std::string::npos) << *opened.notice;
+    EXPECT_FALSE(opened.isPersistent);
     storeCookie(*opened.database, "one");
     EXPECT_EQ(storedCookies(*opened.database), "one");
   }

@@ -50,7 +50,7 @@ class FetchPageDownloadTest : public testing::Test, public AlertPresenter {
   std::optional<std::string> send(const std::string& link, const std::string& name) {
     std::optional<std::optional<std::string>> outcome;
     queue_.addOperation(std::make_shared<FetchPageDownload>(
-        Url::parse(link), name, [&](std::optional<std::string> sent) { outcome = sent; }));
+        Url::parse(link), name, [&](const std::optional<std::string>& sent) { outcome = sent; }));
     EXPECT_TRUE(loop_.runUntil([&] { return outcome.has_value(); }, 60s));
     return outcome.value_or(std::nullopt);
   }

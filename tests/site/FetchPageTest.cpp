@@ -77,6 +77,7 @@ TEST(FetchPageTest, DeliversStrictlyInOrderWhateverEachPageTakes) {
 
 TEST(FetchPageTest, ReleasesItsScreenOnTheMainThread) {
   struct Screen {
+    explicit Screen(std::atomic<bool>& released) : releasedOnMain(released) {}
     ~Screen() { releasedOnMain = MainThread::isCurrent(); }
     std::atomic<bool>& releasedOnMain;
   };
@@ -116,7 +117,7 @@ TEST(FetchPageTest, TellsAFailedTransferFromAPageWithoutRows) {
   std::optional<std::string> text;
   queue.addOperation(std::make_shared<FetchPageGeneric>(
       Url::parse(server.url("/text")),
-      [&](std::optional<std::string> page) { text = page.value_or("absent"); },
+      [&](const std::optional<std::string>& page) { text = page.value_or("absent"); },
       httpRequestClass<HttpRequest>()));
   EXPECT_TRUE(loop.runUntil([&] { return text.has_value(); }, 10s));
   EXPECT_EQ(text, "<html>");
