@@ -214,8 +214,9 @@ std::string_view SiteConfiguration::complaint(std::string_view key, const std::s
     return url && url->isHttp() ? "" : "must be an address that begins with http:// or https://";
   }
   // The one that may be a folder of another site: it only ever begins addresses.
-  const std::string host =
-      key == "forum-host" && !value.empty() ? value.substr(0, value.find('/')) : value;
+  const std::string host = key == "forum-host" && value.find("//") == value.npos
+                               ? value.substr(0, value.find('/'))
+                               : value;
   if ((key == kSiteHostKey && value.empty()) ||
       (isHost(host) && Url::parse("http://" + value + "/"))) {
     return "";
