@@ -111,6 +111,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
  private:
   void setNotice(const QString& text);
   void setSendingText(bool plural);
+  void openTorrent(int row);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
 

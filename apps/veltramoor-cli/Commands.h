@@ -18,6 +18,8 @@ using Commands = std::vector<Command>;
 
 /// recent, send, history.
 void addListCommands(CLI::App& app, Commands& commands);
+/// details.
+void addDetailsCommands(CLI::App& app, Commands& commands);
 /// remote set, show.
 void addRemoteCommands(CLI::App& app, Commands& commands);
 

@@ -37,6 +37,7 @@ int run(int argc, char** argv) {
 
   cli::Commands commands;
   cli::addListCommands(app, commands);
+  cli::addDetailsCommands(app, commands);
   cli::addRemoteCommands(app, commands);
 
   try {

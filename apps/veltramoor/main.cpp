@@ -9,6 +9,7 @@
 #include "platform/Bundle.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/StateFile.h"
+#include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
 
 Q_IMPORT_QML_PLUGIN(VeltramoorPlugin)
@@ -53,6 +54,8 @@ void reportFirstFrame(QQuickWindow* window) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // The web engine, which comes with the first web page, draws with contexts of its own.
+  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("veltramoor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Veltramoor"));
@@ -83,7 +86,9 @@ int main(int argc, char** argv) {
     int status = 1;
     {
       QQmlApplicationEngine engine;
-      engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+      for (const QString& path : veltramoor::qmlImportPaths()) {
+        engine.addImportPath(path);
+      }
       if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size")));
           size.isValid()) {
         engine.setInitialProperties(

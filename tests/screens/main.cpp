@@ -15,6 +15,15 @@ void failOnWarnings(QtMsgType type, const QMessageLogContext&, const QString& me
   if (type == QtDebugMsg || type == QtInfoMsg) {
     return;
   }
+  // What Qt WebEngine 6.4 says of itself, whoever uses it: of three of its QML types when its
+  // module is imported, and of the software renderer that these tests draw with.
+  if (message.endsWith(QLatin1String("You should not use it as a QML type.")) &&
+      message.startsWith(QLatin1String("QWebEngine"))) {
+    return;
+  }
+  if (message.startsWith(QLatin1String("No suitable graphics backend found"))) {
+    return;
+  }
   ADD_FAILURE() << "on the log: " << message.toStdString();
 }
 
@@ -30,6 +39,8 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("QT_QUICK_BACKEND", "software");
   qInstallMessageHandler(failOnWarnings);
+  // What the program does.
+  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -1,0 +1,69 @@
+#include "remote/FetchPageRemoteUI.h"
+
+#include "platform/Alerts.h"
+#include "remote/BitClient.h"
+#include "remote/ServerInfo.h"
+
+namespace veltramoor {
+namespace {
+
+void showAndWait(const std::string& title, const std::string& message) {
+  MainThread::performAndWait([&] {
+    Alert alert;
+    alert.title = title;
+    alert.message = message;
+    alert.buttons = {"Ok"};
+    Alerts::show(std::move(alert));
+  });
+}
+
+// The credentials stand in the address as typed. A password with a slash in it ends the host early,
+// and the rest of it would be sent to whatever host the user name spells.
+std::optional<Url> webUrl(const BitClient& client) {
+  const std::optional<Url> url = client.getWebUrl();
+  const std::optional<Url> meant = client.BitClient::getWebUrl();  // without credentials
+  const bool leadsThere =
+      url && meant && url->host() == meant->host() && url->port() == meant->port();
+  return leadsThere ? url : std::nullopt;
+}
+
+std::optional<Url> configuredWebUrl() {
+  const std::unique_ptr<BitClient> client = BitClient::configured(ServerInfo::sharedInstance());
+  return client ? webUrl(*client) : std::nullopt;
+}
+
+// The settings may have changed since the operation was made: they are read again.
+HttpRequest webInterface() {
+  const std::unique_ptr<BitClient> client = BitClient::configured(ServerInfo::sharedInstance());
+  if (!client) {
+    return HttpRequest(std::nullopt);
+  }
+  client->setSessionId();
+  HttpRequest request(webUrl(*client));
+  request.setExtraHeaders({{"Keep-Alive", "115"}});
+  request.setUsername(client->username);
+  request.setPassword(client->password);
+  request.request();
+  return request;
+}
+
+}  // namespace
+
+FetchPageRemoteUI::FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSettings,
+                                     Completion completion)
+    : FetchPage(std::move(url), std::move(completion)), fromRemoteSettings_(fromRemoteSettings) {
+  setUrl(configuredWebUrl());
+}
+
+void FetchPageRemoteUI::fetch() {
+  const HttpRequest request = webInterface();
+  if (!request.isResponseValid()) {
+    showAndWait("Connection with server failed.",
+                "Please make sure you have correctly setup your remote download settings.");
+  } else if (fromRemoteSettings_) {
+    showAndWait("Success!", "");
+  }
+  returnObject_ = request.result();
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,28 @@
+// Fetches the remote client's own web interface, which is also the test of its settings.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "site/FetchPage.h"
+
+namespace veltramoor {
+
+/// Delivers the text that came back, an error page's too; absent without an answer. A failure shows
+/// one alert before the delivery, a success one only for the remote settings screen.
+///
+/// `url()` may hold the password: show it through `withoutCredentials` only.
+class FetchPageRemoteUI final : public FetchPage<std::optional<std::string>> {
+ public:
+  /// The URL given is not used: `url()` is the stored client's web address from the start, and
+  /// absent when no client is stored or its settings make no valid address, or that of another
+  /// host.
+  FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSettings, Completion completion);
+
+ private:
+  void fetch() override;
+
+  bool fromRemoteSettings_;
+};
+
+}  // namespace veltramoor

@@ -1,0 +1,99 @@
+#include "shell/SynchronousRequest.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QTimer>
+#include <QWindow>
+#include <cassert>
+#include <utility>
+
+#include "platform/MainThread.h"
+#include "platform/OperationQueue.h"
+
+namespace veltramoor {
+namespace {
+
+// Shared by the waiting caller and the worker; touched on the main thread only.
+struct Wait {
+  QEventLoop loop;
+  bool finished = false;
+};
+
+class RequestOperation final : public Operation {
+ public:
+  RequestOperation(std::shared_ptr<HttpRequest> request, std::shared_ptr<Wait> wait)
+      : request_(std::move(request)), wait_(std::move(wait)) {}
+
+  void main() override {
+    request_->request();
+    // The wait's last reference goes on the main thread, where its event loop lives.
+    MainThread::perform([wait = std::move(wait_)] {
+      wait->finished = true;
+      wait->loop.quit();
+    });
+  }
+
+ private:
+  std::shared_ptr<HttpRequest> request_;
+  std::shared_ptr<Wait> wait_;
+};
+
+// Keeps the person's input from the windows: a tap that came while a page was on its way was not
+// meant for the screen that the page opens.
+class InputFilter final : public QObject {
+ public:
+  explicit InputFilter(QEventLoop& loop) : loop_(loop) { qApp->installEventFilter(this); }
+
+  bool eventFilter(QObject* receiver, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress:
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+          loop_.quit();
+        }
+        [[fallthrough]];
+      case QEvent::KeyRelease:
+      case QEvent::ShortcutOverride:
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::MouseMove:
+      case QEvent::Wheel:
+      case QEvent::TouchBegin:
+      case QEvent::TouchUpdate:
+      case QEvent::TouchEnd:
+        return qobject_cast<QWindow*>(receiver) != nullptr;
+      default:
+        return false;
+    }
+  }
+
+ private:
+  QEventLoop& loop_;
+};
+
+// A few, so that one server that hangs does not keep the next request waiting.
+OperationQueue& workers() {
+  static OperationQueue queue(4);
+  return queue;
+}
+
+}  // namespace
+
+bool requestSynchronously(const std::shared_ptr<HttpRequest>& request,
+                          std::chrono::milliseconds limit) {
+  assert(MainThread::isCurrent());
+  const auto wait = std::make_shared<Wait>();
+  workers().addOperation(std::make_shared<RequestOperation>(request, wait));
+  QTimer timer;
+  if (limit > std::chrono::milliseconds::zero()) {
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, &wait->loop, &QEventLoop::quit);
+    timer.start(limit);
+  }
+  const InputFilter filter(wait->loop);
+  wait->loop.exec();
+  return wait->finished;
+}
+
+}  // namespace veltramoor
