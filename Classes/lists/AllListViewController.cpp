@@ -11,7 +11,9 @@
 #include "settings/RecentDisplaySettingsViewController.h"
 #include "shell/ApplicationWindow.h"
 #include "shell/LoadingIndicator.h"
+#include "shell/ProfileWebViewController.h"
 #include "shell/SendingTorrentIndicator.h"
+#include "shell/TorrentWebViewController.h"
 #include "site/FetchPageAllTorrents.h"
 #include "site/UserInfo.h"
 #include "toolkit/Device.h"
@@ -212,6 +214,32 @@ void AllListViewController::didSelectProfile(const std::optional<QString>& usern
   if (name.isEmpty() || name == QLatin1String("Anonymous")) {
     return;
   }
+  if (navigationController() == nullptr) {
+    return;
+  }
+  showLoadingOverlay(tr("Loading..."));
+  tableView_.setAllowsSelection(false);
+  disableTabs(true);
+  // The screen on top hides the overlay and lets this list go on.
+  navigationController()->pushViewController(std::make_shared<ProfileWebViewController>(
+      Url::parse(fmt::format("http://{}/settings", SiteConfiguration::current().siteHost)),
+      sharedController(this)));
+}
+
+void AllListViewController::openTorrent(int row) {
+  const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(row)];
+  const auto url = Url::parse(
+      fmt::format("http://{}{}", SiteConfiguration::current().siteHost, torrent.detailsUrl));
+  const auto self = sharedController(this);
+  showLoadingOverlay(tr("Loading..."));
+  tableView_.setAllowsSelection(false);
+  // Returns when the page is there.
+  const auto details = std::make_shared<TorrentWebViewController>(url, row, self);
+  tableView_.setAllowsSelection(true);
+  loading_->hideLoadingIndicators();
+  if (navigationController() != nullptr) {
+    navigationController()->pushViewController(details);
+  }
 }
 
 void AllListViewController::reloadHeaderView() {
@@ -274,10 +302,14 @@ void AllListViewController::disableTabs(bool disable) {
 }
 
 void AllListViewController::didSelectRowAtIndexPath(int row) {
-  if (!tableView_.allowsSelection() || !rows_.isLoadMoreRow(row) || !loadMoreTakesTouches()) {
+  if (!tableView_.allowsSelection() || row < 0) {
     return;
   }
-  fetchPage(currentPage_ + 1);
+  if (row < rows_.torrentCount()) {
+    openTorrent(row);
+  } else if (rows_.isLoadMoreRow(row) && loadMoreTakesTouches()) {
+    fetchPage(currentPage_ + 1);
+  }
 }
 
 bool AllListViewController::loadMoreTakesTouches() const {

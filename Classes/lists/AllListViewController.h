@@ -155,6 +155,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
 
  private:
   void setSendingText(bool plural);
+  void openTorrent(int row);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
 

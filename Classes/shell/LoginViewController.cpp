@@ -173,7 +173,8 @@ void LoginViewController::checkNotice() {
   request->setTimeout(kNoticeTimeout);
   // The transport's timeout counts from byte to byte; a server that drips may not hold the person
   // up for longer either.
-  const bool finished = requestSynchronously(request, std::chrono::seconds(kNoticeTimeout));
+  const bool finished =
+      requestSynchronously(request, std::chrono::seconds(kNoticeTimeout), WithEscape::No);
   showNotice(finished ? noticeFrom(*request) : Notice{});
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Preferences.h"
 #include "shell/TabAssembly.h"
 #include "site/SiteSession.h"
+#include "toolkit/WebCookies.h"
 
 namespace veltramoor {
 
@@ -87,6 +88,8 @@ void SwitchViewController::didSelectViewController(ViewController*) {
 
 void SwitchViewController::logout() {
   deleteSessionCookies();
+  // Web pages that are still open are signed out as well.
+  WebCookies::sharedInstance().push();
   switchViews();
 }
 

@@ -6,8 +6,11 @@
 #include "lists/SearchListViewController.h"
 #include "lists/Top100ListViewController.h"
 #include "lists/UploadListViewController.h"
+#include "remote/ClientWebViewController.h"
 #include "remote/ServerSettingsViewController.h"
+#include "shell/ForumWebViewController.h"
 #include "shell/LogoutViewController.h"
+#include "shell/SiteWebViewController.h"
 #include "toolkit/NavigationController.h"
 
 namespace veltramoor {
@@ -24,8 +27,16 @@ std::shared_ptr<NavigationController> listInBlackStack() {
   return inBlackStack(std::make_shared<List>(TableViewStyle::Plain));
 }
 
+std::shared_ptr<ViewController> remoteInterface(ClientWebViewController::OpenedFrom openedFrom) {
+  return std::make_shared<ClientWebViewController>(std::nullopt, openedFrom);
+}
+
 std::shared_ptr<ViewController> remoteSettings() {
-  return std::make_shared<ServerSettingsViewController>();
+  auto settings = std::make_shared<ServerSettingsViewController>();
+  settings->makeTestPage = [](ServerSettingsViewController&) {
+    return remoteInterface(ClientWebViewController::OpenedFrom::RemoteSettings);
+  };
+  return settings;
 }
 
 }  // namespace
@@ -38,10 +49,13 @@ std::vector<std::shared_ptr<ViewController>> assembleTabs(std::function<void()> 
       listInBlackStack<SearchListViewController>(),
       listInBlackStack<Top100ListViewController>(),
       listInBlackStack<UploadListViewController>(),
+      inBlackStack(std::make_shared<ForumWebViewController>(std::nullopt, recents)),
       // Bare, without a stack.
       std::make_shared<HistoryListViewController>(TableViewStyle::Plain),
+      inBlackStack(remoteInterface(ClientWebViewController::OpenedFrom::TabBar)),
       // The one bar that keeps the default look.
       std::make_shared<NavigationController>(remoteSettings()),
+      inBlackStack(std::make_shared<SiteWebViewController>(std::nullopt, recents)),
       inBlackStack(std::make_shared<LogoutViewController>(std::move(logout))),
   };
 }

@@ -11,14 +11,6 @@
 namespace veltramoor {
 namespace {
 
-// Ends after the last "NET CLR" with neither version nor parenthesis; servers have seen it so.
-constexpr std::string_view kDesktopUserAgent =
-    "Mozilla/4.0 (compatible; MSIE 7.0; Windows NT 6.1; Trident/4.0; SLCC2; .NET CLR 2.0.50727; "
-    ".NET CLR 3.5.30729; .NET CLR";
-constexpr std::string_view kHandsetUserAgent =
-    "Mozilla/5.0 (iPhone; U; CPU like Mac OS X; en) AppleWebKit/420+ (KHTML, like Gecko) "
-    "Version/3.0 Mobile/1C25 Safari/419.3";
-
 // Keeps the site's pages in English, whose words the scraping expressions look for. The domain is
 // the built-in host, not the configured one. One step, or a request on another thread could start
 // between the deletion and the insertion and go out without it.

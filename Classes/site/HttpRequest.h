@@ -22,6 +22,14 @@ inline constexpr std::string_view kMultipartBoundary =
 /// outcome is what `isResponseValid()` and the accessors say. Each object belongs to one thread.
 class HttpRequest {
  public:
+  /// Ends after the last "NET CLR" with neither version nor parenthesis; servers have seen it so.
+  static constexpr std::string_view kDesktopUserAgent =
+      "Mozilla/4.0 (compatible; MSIE 7.0; Windows NT 6.1; Trident/4.0; SLCC2; .NET CLR 2.0.50727; "
+      ".NET CLR 3.5.30729; .NET CLR";
+  static constexpr std::string_view kHandsetUserAgent =
+      "Mozilla/5.0 (iPhone; U; CPU like Mac OS X; en) AppleWebKit/420+ (KHTML, like Gecko) "
+      "Version/3.0 Mobile/1C25 Safari/419.3";
+
   explicit HttpRequest(std::optional<Url> url);
   virtual ~HttpRequest() = default;
   HttpRequest(const HttpRequest&) = default;

@@ -70,6 +70,10 @@ class BarItem : public QAbstractListModel {
 
   /// Width of the container in points; 0 while it is empty.
   [[nodiscard]] double width() const { return width_; }
+  /// The button of row `row`, null for none.
+  [[nodiscard]] BarButton* button(int row) const {
+    return row >= 0 && row < rowCount() ? buttons_[static_cast<std::size_t>(row)].get() : nullptr;
+  }
   /// To be set once, before the screen is shown for the first time.
   void set(double width, std::vector<std::unique_ptr<BarButton>> buttons) {
     beginResetModel();

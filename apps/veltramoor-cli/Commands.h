@@ -27,6 +27,8 @@ void addSessionCommands(CLI::App& app, Commands& commands);
 void addSendCommands(CLI::App& app, Commands& commands);
 /// favourites, filters.
 void addFavoriteCommands(CLI::App& app, Commands& commands);
+/// details.
+void addDetailsCommands(CLI::App& app, Commands& commands);
 /// remote set, show.
 void addRemoteCommands(CLI::App& app, Commands& commands);
 

@@ -42,6 +42,7 @@ int run(int argc, char** argv) {
   cli::addSessionCommands(app, commands);
   cli::addSendCommands(app, commands);
   cli::addFavoriteCommands(app, commands);
+  cli::addDetailsCommands(app, commands);
   cli::addRemoteCommands(app, commands);
 
   try {

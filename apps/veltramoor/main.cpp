@@ -15,6 +15,7 @@
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/StateFile.h"
+#include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
 
 Q_IMPORT_QML_PLUGIN(VeltramoorPlugin)
@@ -70,7 +71,9 @@ void reportFirstFrame(QQuickWindow* window) {
 
 // The window in its engine; null when it could not be made.
 QQuickWindow* loadWindow(QQmlApplicationEngine& engine, const QCommandLineParser& parser) {
-  engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+  for (const QString& path : veltramoor::qmlImportPaths()) {
+    engine.addImportPath(path);
+  }
   if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size"))); size.isValid()) {
     engine.setInitialProperties(
         {{QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}});
@@ -144,6 +147,8 @@ int main(int argc, char** argv) {
   if (isSelfTest(argc, argv)) {
     veltramoor::prepareSelfTest();
   }
+  // The web engine, which comes with the first web page, draws with contexts of its own.
+  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication application(argc, argv);
   QGuiApplication::setApplicationName(QStringLiteral("veltramoor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Veltramoor"));

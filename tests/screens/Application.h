@@ -13,6 +13,7 @@
 #include "ScreenTest.h"
 #include "lists/AllListViewController.h"
 #include "platform/UrlLoading.h"
+#include "shell/QmlImportPaths.h"
 #include "shell/SwitchViewController.h"
 #include "toolkit/NavigationController.h"
 
@@ -42,7 +43,9 @@ class Application {
   explicit Application(const std::shared_ptr<ViewController>& root) {
     UrlLoading::sharedInstance().resume();
     delegate_.applicationDidFinishLaunching(root);
-    engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    for (const QString& path : qmlImportPaths()) {
+      engine_->addImportPath(path);
+    }
     engine_->load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().value(0));
     EXPECT_NE(window_, nullptr);

@@ -68,6 +68,12 @@ TEST_F(CliTest, ListsSendsAndRemembers) {
   EXPECT_EQ(status_, 0);
   EXPECT_EQ(json({"history"}), (nlohmann::json{"An open book", rows[1]["name"]}));
   EXPECT_TRUE(json({"recent"})[1]["isDownloaded"]);
+  const nlohmann::json details = json({"details", "1"});
+  EXPECT_NE(details["text"].get<std::string>().find("Seeders:"), std::string::npos) << details;
+  EXPECT_EQ(details["text"].get<std::string>().find("Premium"), std::string::npos);
+  EXPECT_EQ(details["detailsUrl"], rows[0]["detailsUrl"]);
+  EXPECT_TRUE(details["imdb"].is_null() ||
+              details["imdb"].get<std::string>().starts_with("http://movies.example/"));
   EXPECT_NE(daemon.listing().find("An+open"), std::string::npos) << daemon.listing();
 }
 

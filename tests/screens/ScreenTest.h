@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -32,6 +33,10 @@ inline bool waitFor(const std::function<bool()>& done) {
 class ScreenTest : public testing::Test {
  protected:
   ScreenTest() {
+    if (geteuid() == 0) {
+      // The web engine's sandbox refuses to run as root.
+      qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    }
     Preferences::setSharedInstance(&store_);
     SiteConfiguration configuration;
     configuration.siteHost = site_.host();

@@ -203,6 +203,9 @@ TEST_F(SearchListTest, WalksThroughTheWindow) {
   app.click(input);
   app.click(app.row(2));
   EXPECT_FALSE(list_->searchBar()->isEditing()) << "and so does one on a row";
+  ASSERT_TRUE(waitFor([&] { return list_->navigationController()->depth() == 2; }));
+  app.type(Qt::Key_Escape);
+  ASSERT_TRUE(waitFor([&] { return list_->navigationController()->depth() == 1; }));
   app.type(Qt::Key_End);
   app.type(Qt::Key_Return);
   ASSERT_TRUE(app.waitForRows(60)) << "keys work on the list again";

@@ -122,6 +122,8 @@ TEST_F(WindowTest, TheHeaderTakesTouchesOnlyAtItsTop) {
   QQuickItem* header = app.item("headerView");
   QQuickItem* table = app.item("torrentTable");
   ASSERT_NE(app.row(0), nullptr);
+  // A touched row becomes the current one, and opens nothing.
+  app.list().tableView()->setAllowsSelection(false);
   app.click(header, {150, 44});
   EXPECT_EQ(table->property("currentIndex").toInt(), -1);
   app.click(header, {150, 50});

@@ -1,0 +1,87 @@
+#include "shell/ForumWebViewController.h"
+
+#include <utility>
+
+#include "lists/AllListViewController.h"
+#include "platform/SiteConfiguration.h"
+#include "site/HttpRequestRegExForum.h"
+#include "toolkit/InputWatch.h"
+
+namespace veltramoor {
+namespace {
+
+// A forum page that leads away by itself must not have the front page fetched for ever: so many
+// times a minute without a touch in between, then the page stays.
+constexpr std::chrono::minutes kWindow{1};
+constexpr std::size_t kRestartsUntouched = 2;
+
+}  // namespace
+
+ForumWebViewController::ForumWebViewController(const std::optional<Url>& url,
+                                               std::shared_ptr<AllListViewController> target)
+    : WebViewController(url, std::move(target)), url_(url) {
+  setTitle(tr("Forum"));
+  InputWatch::sharedInstance();
+  tabBarItem()->set(tr("Forum"), QStringLiteral("tabbar-forum.png"), 0);
+}
+
+void ForumWebViewController::viewWillAppear() {
+  appearWithNavigationBarHidden(true);
+  restarts_.clear();
+  if (std::exchange(stoppedEarly_, false)) {
+    viewDidLoad();
+  }
+}
+
+void ForumWebViewController::viewDidLoad() {
+  showLoading(-44);
+  url_ = Url::parse("http://" + SiteConfiguration::current().forumHost + "/");
+  fetch(url_, httpRequestClass<HttpRequestRegExForum>());
+}
+
+void ForumWebViewController::initializeWebView(std::optional<std::string> html) {
+  result_ = std::move(html);
+  WebPage& page = makeWebView(/*handset=*/true);
+  hideLoading();
+  showLoading(-20);
+  show(page, result_, url_);
+}
+
+bool ForumWebViewController::mayStartAgain() {
+  const auto now = InputWatch::Clock::now();
+  const bool touched =
+      restarts_.empty() || InputWatch::sharedInstance().lastInput() > restarts_.back();
+  std::erase_if(restarts_, [&](const auto& time) { return touched || now - time > kWindow; });
+  if (restarts_.size() >= kRestartsUntouched) {
+    return false;
+  }
+  restarts_.push_back(now);
+  return true;
+}
+
+bool ForumWebViewController::shouldStartLoadWithRequest(const QUrl& url, int) {
+  const std::string text = url.toEncoded().toStdString();
+  if (text.empty() || text.find(SiteConfiguration::current().forumHost) != std::string::npos) {
+    return true;
+  }
+  myWebView()->stop();
+  if (mayStartAgain()) {
+    viewDidLoad();
+  }
+  return false;
+}
+
+void ForumWebViewController::webViewDidFinishLoad() {
+  hideLoading();
+  emit loadEnded(true);
+}
+
+void ForumWebViewController::didFailLoadWithError(const QString& error) {
+  // A load that was stopped makes way for another, whose overlay is up already.
+  if (!error.isEmpty()) {
+    hideLoading();
+    emit loadEnded(false);
+  }
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,38 @@
+// The site's forum, as a tab that does not leave it.
+#pragma once
+
+#include <chrono>
+#include <vector>
+
+#include "shell/WebViewController.h"
+
+namespace veltramoor {
+
+class ForumWebViewController final : public veltramoor::WebViewController {
+  Q_OBJECT
+
+ public:
+  ForumWebViewController(const std::optional<Url>& url,
+                         std::shared_ptr<AllListViewController> target);
+
+  /// Fetches the front page.
+  void viewDidLoad() override;
+  void viewWillAppear() override;
+  void initializeWebView(std::optional<std::string> html) override;
+  /// A link that leads away from the forum leads to its front page instead.
+  bool shouldStartLoadWithRequest(const QUrl& url, int navigationType) override;
+  void loadRequest(const QUrl&) override {}
+  void webViewDidStartLoad() override {}
+  void webViewDidFinishLoad() override;
+  void didFailLoadWithError(const QString& error) override;
+
+ private:
+  [[nodiscard]] std::optional<Url> pageUrl() const override { return url_; }
+  [[nodiscard]] bool mayStartAgain();
+
+  std::optional<Url> url_;
+  // Fetches of the front page that a refused load led to, since the last touch.
+  std::vector<std::chrono::steady_clock::time_point> restarts_;
+};
+
+}  // namespace veltramoor

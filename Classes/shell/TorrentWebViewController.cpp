@@ -1,0 +1,98 @@
+#include "shell/TorrentWebViewController.h"
+
+#include <chrono>
+
+#include "lists/AllListViewController.h"
+#include "shell/SynchronousRequest.h"
+#include "site/HttpRequestRegExDetails.h"
+
+namespace veltramoor {
+namespace {
+
+// Opens every link in the same view, and makes links to torrent files inert. It ends at the first
+// anchor without an address, as it always has.
+const QString kSameView = QStringLiteral(
+    "\tvar d = document.getElementsByTagName('a');\tfor (var i = 0; i < d.length; i++) {\tif "
+    "(d[i].getAttribute('target') == '_blank') {\td[i].removeAttribute('target');\t}\tif "
+    "(d[i].getAttribute('href').match(/torrent$/)) {\td[i].removeAttribute('href');\t}\t}\t");
+
+// Whatever the server does, the window is back by then.
+constexpr std::chrono::seconds kLongestWait{60};
+
+}  // namespace
+
+TorrentWebViewController::TorrentWebViewController(const std::optional<Url>& url, int tag,
+                                                   std::shared_ptr<AllListViewController> target)
+    : WebViewController(url, std::move(target)), url_(url), tag_(tag) {
+  const auto request = std::make_shared<HttpRequestRegExDetails>(url);
+  if (requestSynchronously(request, kLongestWait, WithEscape::GivesUp)) {
+    result_ = request->result();
+    imdb_ = request->imdb();
+  }
+  makeWebView();
+  initializeWebView(result_);
+}
+
+void TorrentWebViewController::initializeWebView(std::optional<std::string> html) {
+  show(*myWebView(), html, siteHomeUrl());
+}
+
+void TorrentWebViewController::viewDidLoad() {
+  const auto add = [this](std::vector<std::unique_ptr<BarButton>>& buttons, const char* name,
+                          const QString& label, const char* image, double x, auto action) {
+    buttons.push_back(
+        std::make_unique<BarButton>(QLatin1String(name), label, QLatin1String(image), x));
+    connect(buttons.back().get(), &BarButton::clicked, this, action);
+    return buttons.back().get();
+  };
+  std::vector<std::unique_ptr<BarButton>> left;
+  add(left, "webBackButton", tr("Back"), "back.png", 0, [this] { cancel(); });
+  backButton_ = add(left, "webPreviousButton", tr("Previous page"), "previous-toolbar.png", 65,
+                    [this] { goBack(); });
+  std::vector<std::unique_ptr<BarButton>> right;
+  if (imdb_) {
+    add(right, "webImdbButton", tr("Movie database"), "imdb-toolbar.png", 0,
+        [this] { didTapImdbButton(); });
+  }
+  forwardButton_ = add(right, "webForwardButton", tr("Next page"), "forward-toolbar.png", 65,
+                       [this] { goForward(); });
+  add(right, "webDownloadButton", tr("Send to your computer"), "download-toolbar.png", 130, [this] {
+    if (target() != nullptr) {
+      target()->didTapDownloadButton(tag_);
+    }
+  });
+  leftBarItem()->set(160, std::move(left));
+  rightBarItem()->set(180, std::move(right));
+  updateButtons();
+}
+
+void TorrentWebViewController::updateButtons() {
+  if (forwardButton_ != nullptr) {
+    forwardButton_->setEnabled(myWebView()->canGoForward());
+    backButton_->setEnabled(myWebView()->canGoBack() || stackCounter_ == 1);
+  }
+}
+
+void TorrentWebViewController::webViewDidFinishLoad() {
+  myWebView()->runScript(kSameView);
+  hideLoading();
+  updateButtons();
+  stackCounter_ = 1;
+  endKeepAlive();
+  emit loadEnded(true);
+}
+
+void TorrentWebViewController::didFailLoadWithError(const QString&) {
+  hideLoading();
+  updateButtons();
+  endKeepAlive();
+  emit loadEnded(false);
+}
+
+void TorrentWebViewController::didTapImdbButton() {
+  if (imdb_) {
+    loadRequest(QUrl(QString::fromStdString(*imdb_)));
+  }
+}
+
+}  // namespace veltramoor

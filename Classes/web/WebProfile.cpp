@@ -1,0 +1,32 @@
+#include "web/WebProfile.h"
+
+#include <QMetaObject>
+
+namespace veltramoor {
+
+WebProfile::WebProfile(const QString& userAgent, QObject* jar)
+    : cookies_(engine_.cookieStore()), jar_(jar) {
+  engine_.setOffTheRecord(true);
+  engine_.setHttpCacheType(QQuickWebEngineProfile::MemoryHttpCache);
+  engine_.setPersistentCookiesPolicy(QQuickWebEngineProfile::NoPersistentCookies);
+  engine_.setHttpUserAgent(userAgent);
+  engine_.setHttpAcceptLanguage(QStringLiteral("en-US,en"));
+  engine_.setSpellCheckEnabled(false);
+  engine_.installUrlSchemeHandler(PageSchemeHandler::kScheme, &pages_);
+  connect(&cookies_, &CookieMirror::pushed, this, &WebProfile::cookiesReady);
+  connect(&cookies_, &CookieMirror::added, this, [this](const QVariantMap& cookie) {
+    QMetaObject::invokeMethod(jar_, "take", Q_ARG(QVariantMap, cookie));
+  });
+  connect(&cookies_, &CookieMirror::removed, this, [this](const QVariantMap& cookie) {
+    QMetaObject::invokeMethod(jar_, "drop", Q_ARG(QVariantMap, cookie));
+  });
+  connect(jar, SIGNAL(pushRequested()), this, SLOT(pushCookies()));
+}
+
+void WebProfile::pushCookies() {
+  QVariantList cookies;
+  QMetaObject::invokeMethod(jar_, "cookies", Q_RETURN_ARG(QVariantList, cookies));
+  cookies_.push(cookies);
+}
+
+}  // namespace veltramoor

@@ -1,0 +1,26 @@
+// The web engine's profiles, made when a page first needs them.
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+
+#include <QObject>
+
+#include "web/WebProfile.h"
+
+namespace veltramoor {
+
+/// They live until the application object goes, which is after every page of theirs: a view that is
+/// waiting to be deleted outlives the QML engine that made it.
+class WebProfiles : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_SINGLETON
+
+ public:
+  using QObject::QObject;
+
+  /// The profile of that user agent; `jar` as WebProfile says, the same one in every call.
+  Q_INVOKABLE veltramoor::WebProfile* profile(const QString& userAgent, QObject* jar);
+};
+
+}  // namespace veltramoor

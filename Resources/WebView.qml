@@ -1,0 +1,224 @@
+import QtQuick
+import QtWebEngine
+import Veltramoor
+import VeltramoorWeb
+
+// A web page. No other file needs the web engine, so that it is loaded when the first page is shown.
+WebEngineView {
+    id: view
+    objectName: "webView"
+
+    required property WebPage page
+    readonly property WebProfile browser: WebProfiles.profile(page.userAgent, WebCookies)
+
+    profile: browser.engine
+    backgroundColor: "white"
+    focus: true
+
+    Accessible.role: Accessible.WebDocument
+    Accessible.name: title
+
+    settings {
+        javascriptCanOpenWindows: false
+        javascriptCanAccessClipboard: false
+        javascriptCanPaste: false
+        localContentCanAccessFileUrls: false
+        localContentCanAccessRemoteUrls: false
+        allowRunningInsecureContent: false
+        allowGeolocationOnInsecureOrigins: false
+        allowWindowActivationFromJavaScript: false
+        unknownUrlSchemePolicy: WebEngineSettings.DisallowUnknownUrlSchemes
+        pluginsEnabled: false
+        pdfViewerEnabled: false
+        screenCaptureEnabled: false
+        fullScreenSupportEnabled: false
+        hyperlinkAuditingEnabled: false
+        dnsPrefetchEnabled: false
+        navigateOnDropEnabled: false
+        autoLoadIconsForPage: false
+        errorPageEnabled: false
+        focusOnNavigationEnabled: false
+        playbackRequiresUserGesture: true
+        showScrollBars: false
+    }
+
+    // What is to be loaded once the engine has the application's cookies.
+    property var pending: null
+    // Whether the page being loaded is text of the application's, which has no place in the history.
+    property bool ownPage: false
+
+    function prepare(load: var): void {
+        pending = load
+        browser.pushCookies()
+    }
+    function reportHistory(): void {
+        page.reportHistory(history.backItems.rowCount() > 1, canGoForward)
+    }
+
+    // Kept, for the page may be gone before its view is.
+    property string pageId
+
+    Component.onCompleted: {
+        pageId = page.pageId
+        page.attach()
+    }
+    Component.onDestruction: browser.forgetPage(pageId)
+
+    Connections {
+        target: view.browser
+        function onCookiesReady(): void {
+            const load = view.pending
+            view.pending = null
+            if (load)
+                load()
+        }
+    }
+
+    Connections {
+        target: view.page
+        function onHtmlRequested(html: string, base: url): void {
+            view.prepare(() => {
+                view.ownPage = true
+                view.loadHtml(view.browser.shortPageFor(view.pageId, html, base), base)
+            })
+        }
+        function onUrlRequested(url: url): void { view.prepare(() => view.url = url) }
+        function onStopRequested(): void {
+            view.pending = null
+            view.stop()
+        }
+        function onBackRequested(): void { view.goBack() }
+        function onForwardRequested(): void { view.goForward() }
+        function onScriptRequested(number: int, source: string): void {
+            const page = view.page
+            view.runJavaScript(source, value => page.reportScriptResult(number, value))
+        }
+    }
+
+    onNavigationRequested: request => {
+        const main = request.isMainFrame
+        if (!page.shouldStartLoad(request.url, request.navigationType, main)) {
+            request.reject()
+            return
+        }
+        if (main && request.url.toString().startsWith("http")) {
+            ownPage = false
+            browser.pushCookies()
+        }
+        request.accept()
+    }
+
+    onLoadingChanged: info => {
+        switch (info.status) {
+        case WebEngineView.LoadStartedStatus:
+            zoomFactor = 1
+            page.reportStarted()
+            break
+        case WebEngineView.LoadSucceededStatus:
+            finished()
+            break
+        case WebEngineView.LoadFailedStatus:
+            // A page that a server sends with an error status is a page all the same.
+            if (info.errorDomain === WebEngineLoadingInfo.HttpStatusCodeDomain)
+                finished()
+            else
+                page.reportFailed(info.url, reason(info))
+            break
+        case WebEngineView.LoadStoppedStatus:
+            page.reportFailed(info.url, "")
+            break
+        }
+    }
+
+    // The engine's own words hold markup and advice for a browser.
+    function reason(info: var): string {
+        switch (info.errorDomain) {
+        case WebEngineLoadingInfo.DnsErrorDomain: return qsTr("the host is unknown")
+        case WebEngineLoadingInfo.CertificateErrorDomain: return qsTr("its certificate is not trusted")
+        case WebEngineLoadingInfo.ConnectionErrorDomain: return qsTr("the server could not be reached")
+        default: return qsTr("error %1").arg(Math.abs(info.errorCode))
+        }
+    }
+
+    function finished(): void {
+        if (ownPage)
+            history.clear()
+        reportHistory()
+        fit()
+        page.reportFinished()
+    }
+
+    // A page wider than the view is drawn smaller, down to a size at which it can still be read.
+    function fit(): void {
+        if (!page.scalesPageToFit)
+            return
+        runJavaScript("document.documentElement.scrollWidth / document.documentElement.clientWidth",
+                      ratio => {
+            if (ratio > 1.02)
+                view.zoomFactor = Math.max(0.5, view.zoomFactor / ratio)
+        })
+    }
+
+    onWidthChanged: {
+        zoomFactor = 1
+        refit.restart()
+    }
+
+    Timer {
+        id: refit
+        interval: 100
+        onTriggered: view.fit()
+    }
+
+    // Links that ask for a window of their own open here; nothing else gets one.
+    onNewWindowRequested: request => {
+        const url = request.requestedUrl
+        if (request.userInitiated && url.toString().startsWith("http")
+                && page.shouldStartLoad(url, WebEngineNavigationRequest.LinkClickedNavigation, true))
+            page.loadUrl(url)
+    }
+
+    onFeaturePermissionRequested: (origin, feature) => grantFeaturePermission(origin, feature, false)
+    onAuthenticationDialogRequested: request => {
+        request.accepted = true
+        const login = request.type === AuthenticationDialogRequest.AuthenticationTypeHTTP
+                      ? page.answerChallenge(request.url) : []
+        if (login.length === 2)
+            request.dialogAccept(login[0], login[1])
+        else
+            request.dialogReject()
+    }
+    onJavaScriptDialogRequested: request => {
+        request.accepted = true
+        request.dialogReject()
+    }
+    onFileDialogRequested: request => {
+        request.accepted = true
+        request.dialogReject()
+    }
+    onColorDialogRequested: request => {
+        request.accepted = true
+        request.dialogReject()
+    }
+    // What a page says to its developers is nobody's business here.
+    onJavaScriptConsoleMessage: {}
+    onContextMenuRequested: request => request.accepted = true
+    onTooltipRequested: request => request.accepted = true
+    onTouchSelectionMenuRequested: request => request.accepted = true
+    onCertificateError: error => error.rejectCertificate()
+    onSelectClientCertificate: selection => selection.selectNone()
+    onRegisterProtocolHandlerRequested: request => request.reject()
+    onQuotaRequested: request => request.reject()
+    onFullScreenRequested: request => request.reject()
+    onRenderProcessTerminated: (status, code) => {
+        if (status !== WebEngineView.NormalTerminationStatus) {
+            page.reportStarted()
+            page.reportFailed(view.url, qsTr("it ended unexpectedly"))
+        }
+    }
+
+    Connections {
+        target: view.browser.engine
+        function onDownloadRequested(download: var): void { download.cancel() }
+    }
+}
