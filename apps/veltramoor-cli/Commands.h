@@ -29,7 +29,7 @@ void addSendCommands(CLI::App& app, Commands& commands);
 void addFavoriteCommands(CLI::App& app, Commands& commands);
 /// details.
 void addDetailsCommands(CLI::App& app, Commands& commands);
-/// remote set, show.
+/// remote set, show, test.
 void addRemoteCommands(CLI::App& app, Commands& commands);
 
 }  // namespace veltramoor::cli

@@ -7,6 +7,7 @@
 #include "Commands.h"
 #include "platform/Preferences.h"
 #include "remote/BitClient.h"
+#include "remote/FetchPageRemoteUI.h"
 #include "remote/ServerInfo.h"
 
 namespace veltramoor::cli {
@@ -85,6 +86,22 @@ int remoteShow(bool json) {
   return kDone;
 }
 
+// Fetches the client's own web interface with the stored settings, as the app's test button does.
+int remoteTest(Terminal& terminal, bool json) {
+  OperationQueue queue(1);
+  terminal.wait([&](const std::function<void(bool)>& done) {
+    queue.addOperation(std::make_shared<FetchPageRemoteUI>(
+        std::nullopt, true, [done](const std::optional<std::string>&) { done(true); }));
+  });
+  const bool good = terminal.alertText().value_or("").starts_with("Success!");
+  if (json) {
+    fmt::print("{}\n", jsonText({{"reached", good}}));
+  } else if (good) {
+    fmt::print("Success!\n");
+  }
+  return good ? kDone : fail(kRefused, terminal.alertText().value_or("The test did not end."));
+}
+
 }  // namespace
 
 void addRemoteCommands(CLI::App& app, Commands& commands) {
@@ -100,6 +117,7 @@ void addRemoteCommands(CLI::App& app, Commands& commands) {
   commands.push_back({set, [arguments](Terminal&, bool) { return remoteSet(*arguments); }});
   commands.push_back({remote->add_subcommand("show", "Show where it is"),
                       [](Terminal&, bool json) { return remoteShow(json); }});
+  commands.push_back({remote->add_subcommand("test", "Try to reach it"), remoteTest});
 }
 
 }  // namespace veltramoor::cli
