@@ -53,7 +53,7 @@ FocusScope {
             else
                 loader.source = ""
             if (obstacle.length > 0)
-                page.reportFailed("", obstacle)
+                page.reportUnusable(obstacle)
         }
 
         Loader {
@@ -64,7 +64,7 @@ FocusScope {
             visible: place.error.length === 0
             onStatusChanged: {
                 if (status === Loader.Error)
-                    place.page.reportFailed("", qsTr("the web engine is not installed"))
+                    place.page.reportUnusable(qsTr("the web engine is not installed"))
             }
         }
 

@@ -52,10 +52,19 @@ void WebPage::begin() {
   emit changed();
   // As with every web view, the start is told of once the caller is done.
   QTimer::singleShot(0, this, [this] {
-    if (loading_) {
-      reportStarted();
+    if (!loading_) {
+      return;
+    }
+    reportStarted();
+    if (!unusable_.isEmpty()) {
+      reportFailed({}, unusable_);
     }
   });
+}
+
+void WebPage::reportUnusable(const QString& reason) {
+  unusable_ = reason;
+  reportFailed({}, reason);
 }
 
 void WebPage::loadHtml(const QString& html, const std::optional<Url>& base) {

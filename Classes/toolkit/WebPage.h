@@ -83,6 +83,8 @@ class WebPage : public QObject {
   Q_INVOKABLE void reportFinished();
   /// `reason`: what the engine says; "" for a load that was stopped or refused.
   Q_INVOKABLE void reportFailed(const QUrl& url, const QString& reason);
+  /// There is no engine to show anything with: this load fails and every later one.
+  Q_INVOKABLE void reportUnusable(const QString& reason);
   Q_INVOKABLE void reportHistory(bool canGoBack, bool canGoForward);
   Q_INVOKABLE void reportScriptResult(int number, const QVariant& value);
   Q_INVOKABLE bool shouldStartLoad(const QUrl& url, int navigationType, bool mainFrame);
@@ -120,6 +122,7 @@ class WebPage : public QObject {
   std::optional<Url> base_;
   QString html_;
   QString error_;
+  QString unusable_;
   bool attached_ = false;
   bool loading_ = false;
   bool announced_ = false;

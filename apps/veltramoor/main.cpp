@@ -17,6 +17,7 @@
 #include "platform/StateFile.h"
 #include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
+#include "toolkit/EngineMessages.h"
 
 Q_IMPORT_QML_PLUGIN(VeltramoorPlugin)
 
@@ -135,6 +136,14 @@ int showWhyNot(const QCommandLineParser& parser, const std::string& reason) {
   return terminate(delegate, 1);
 }
 
+QtMessageHandler handlerOfQt = nullptr;
+
+void dropEngineMessages(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (!veltramoor::isEngineMessage(message)) {
+    handlerOfQt(type, context, message);
+  }
+}
+
 bool isSelfTest(int argc, char** argv) {
   return std::any_of(argv, argv + argc, [](const char* argument) {
     return std::string_view(argument) == "--self-test";
@@ -146,6 +155,8 @@ bool isSelfTest(int argc, char** argv) {
 int main(int argc, char** argv) {
   if (isSelfTest(argc, argv)) {
     veltramoor::prepareSelfTest();
+  } else {
+    handlerOfQt = qInstallMessageHandler(dropEngineMessages);
   }
   // The web engine, which comes with the first web page, draws with contexts of its own.
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);

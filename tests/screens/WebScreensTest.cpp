@@ -66,6 +66,18 @@ TEST_F(WebScreensTest, TheProfileHasNoLinksAndLetsItsListGoOn) {
   ASSERT_TRUE(waitFor([&] { return !list.hasBackgroundWork(); }));
 }
 
+TEST_F(WebScreensTest, WithoutAnEngineAScreenSaysSoAndEnds) {
+  pages_.set("/", "<title>Home</title>");
+  const auto site = screen<SiteWebViewController>();
+  QObject::connect(site.get(), &WebViewController::webViewChanged,
+                   [&] { site->myWebView()->reportUnusable(QStringLiteral("no engine here")); });
+  Application app(std::make_shared<NavigationController>(site));
+  ASSERT_TRUE(waitForLoads(1));
+  EXPECT_FALSE(lastGood_);
+  EXPECT_FALSE(isOverlayShown());
+  EXPECT_TRUE(app.item("webError")->property("text").toString().contains("no engine here"));
+}
+
 TEST_F(WebScreensTest, TheForumLeadsNowhereElse) {
   forum_.set("/", "<title>Front</title><p><a id=in href=/topic>topic</a></p><p><a id=out href=\"" +
                       elsewhere_.url("/") + "\">out</a></p><img src=/picture>");
