@@ -24,7 +24,7 @@ FocusScope {
         objectName: "donateLink"
         anchors.centerIn: parent
         text: root.controller.html
-        textFormat: Text.RichText
+        textFormat: Text.StyledText
         onLinkActivated: link => root.controller.shouldStartLoadWithRequest(link, 0)
     }
 

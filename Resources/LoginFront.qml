@@ -33,6 +33,8 @@ FocusScope {
             y: Math.min(0, Math.max(root.height - height, 0.17 * root.height - root.letteringTop * height))
             source: App.imageUrl(root.controller.backgroundImage.replace(".png", "@2x.png"))
             smooth: true
+            // Large, and seen on this screen alone.
+            cache: false
         }
     }
 
@@ -60,10 +62,16 @@ FocusScope {
                 width: parent.width
                 spacing: 4
 
-                SitePanel {
+                Loader {
                     width: parent.width
-                    visible: root.controller.site.shown
-                    site: root.controller.site
+                    active: root.controller.site.shown
+                    visible: active
+                    sourceComponent: SitePanel {
+                        width: parent ? parent.width : 0
+                        // qmllint disable unqualified
+                        site: root.controller.site
+                        // qmllint enable unqualified
+                    }
                 }
 
                 LoginForm {

@@ -46,13 +46,19 @@ FocusScope {
             enabled: !root.controller.infoViewShown
             focus: enabled
         }
-        back: InfoPanel {
+        back: Loader {
             width: turning.width
             height: turning.height
-            info: root.controller.infoView
-            enabled: root.controller.infoViewShown
-            onEnabledChanged: if (enabled) forceActiveFocus()
-            onDone: root.controller.returnView()
+            // Made when it is first asked for.
+            active: root.controller.infoViewShown || turning.angle > 0
+            sourceComponent: InfoPanel {
+                // qmllint disable unqualified
+                info: root.controller.infoView
+                enabled: root.controller.infoViewShown
+                onDone: root.controller.returnView()
+                // qmllint enable unqualified
+                Component.onCompleted: forceActiveFocus()
+            }
         }
     }
 }
