@@ -54,7 +54,7 @@ void FavoriteListViewController::viewWillAppear() {
     navigationController()->setNavigationBarHidden(true);
   }
   if (!rows()->torrents()) {
-    fetchFirstPages();
+    fetchFirstPage();
   }
 }
 
@@ -76,7 +76,7 @@ std::optional<Url> FavoriteListViewController::pageUrl(int page) {
 
 // The current page is the last one asked for, so that each "load more" skips one: 0 to 4, 6 to 10,
 // 12 to 16 and so on.
-void FavoriteListViewController::fetchFirstPages() {
+void FavoriteListViewController::fetchFirstPage() {
   fetchNextXPages(numPages_, 0);
   setCurrentPage(numPages_ - 1);
 }
@@ -204,7 +204,7 @@ void FavoriteListViewController::didRefresh() {
   setRefreshed();
   // A filter that was given up on, perhaps on a busy machine, gets another chance.
   filters_ = std::make_shared<FilterSet>(filters_->regexes());
-  fetchFirstPages();
+  fetchFirstPage();
 }
 
 void FavoriteListViewController::didSettings() {

@@ -65,7 +65,7 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
 
  private:
   void fetchPage(int page, int batch, DeliveryPlace place);
-  void fetchFirstPages();
+  void fetchFirstPage() override;
   void show(FilteredPage page);
   void remember(const std::vector<Torrent>& page);
   void batchEnded();
