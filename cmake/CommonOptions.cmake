@@ -10,7 +10,9 @@ set(VELTRAMOOR_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, 'addre
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+  # What one preset has compiled serves another one with the same options, wherever it is built.
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1
+    "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" "${CCACHE_PROGRAM}")
 endif()
 
 set(veltramoor_warnings

@@ -64,7 +64,7 @@ ViewController* NavigationController::topViewController() const {
   return stack_.controllers().back().get();
 }
 
-void NavigationController::pushViewController(std::shared_ptr<ViewController> controller) {
+void NavigationController::pushViewController(const std::shared_ptr<ViewController>& controller) {
   topViewController()->viewWillDisappear();
   controller->navigationController_ = this;
   controller->appear();

@@ -58,7 +58,7 @@ class NavigationController : public veltramoor::ViewController {
   [[nodiscard]] ViewController* topViewController() const;
   [[nodiscard]] int depth() const { return static_cast<int>(stack_.controllers().size()); }
 
-  void pushViewController(std::shared_ptr<ViewController> controller);
+  void pushViewController(const std::shared_ptr<ViewController>& controller);
   /// Removes the topmost screen; the root stays.
   Q_INVOKABLE void popViewController();
   void popToRootViewController();
