@@ -15,7 +15,7 @@ Column {
         width: parent.width
         field: root.controller.username
         label: qsTr("User name")
-        placeholder: qsTr("User name")
+        placeholder: field.enabled ? qsTr("User name") : qsTr("Anonymous: no name needed")
     }
 
     FormField {
@@ -23,7 +23,7 @@ Column {
         width: parent.width
         field: root.controller.password
         label: qsTr("Password")
-        placeholder: qsTr("Password")
+        placeholder: field.enabled ? qsTr("Password") : qsTr("No password needed")
         secret: true
     }
 

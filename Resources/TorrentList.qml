@@ -82,7 +82,16 @@ FocusScope {
 
         Connections {
             target: root.table
-            function onScrollToTopRequested(): void { list.positionViewAtBeginning() }
+            function onScrollToTopRequested(): void { list.toTop() }
+        }
+
+        // The first row begins beneath the header, also in a list that was emptied and filled again.
+        function toTop(): void { contentY = originY - topMargin }
+        property bool wasEmpty: true
+        onCountChanged: {
+            if (wasEmpty && count > 0)
+                toTop()
+            wasEmpty = count === 0
         }
     }
 

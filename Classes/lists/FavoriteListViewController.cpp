@@ -225,6 +225,9 @@ void FavoriteListViewController::reloadFilters() {
   std::vector<std::string> regexes = FilterStore::regexes();
   if (regexes != filters_->regexes()) {
     filters_ = std::make_shared<FilterSet>(regexes);
+    if (rows()->torrents() && delivery_.outstanding() == 0) {
+      setNotice(tr("The filters have changed. Tap refresh to look again."));
+    }
   }
 }
 

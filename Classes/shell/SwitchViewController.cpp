@@ -88,8 +88,13 @@ void SwitchViewController::didSelectViewController(ViewController*) {
 
 void SwitchViewController::logout() {
   deleteSessionCookies();
-  // Web pages that are still open are signed out as well.
+  // Web pages that are still open are signed out as well, and nobody sees the last person's.
   WebCookies::sharedInstance().push();
+  for (const auto& tab : tabBarController_->viewControllers()) {
+    if (auto* stack = qobject_cast<NavigationController*>(tab.get())) {
+      stack->popToRootViewController();
+    }
+  }
   switchViews();
 }
 

@@ -80,6 +80,21 @@ TEST_F(WindowTest, AFailedSendShowsOneAlertThatTheKeyboardCloses) {
   ASSERT_TRUE(waitFor([&] { return app.list().sendingTorrentCount() == 0; }));
 }
 
+TEST_F(WindowTest, ARefreshShowsTheFirstRowBeneathTheHeader) {
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(waitFor([&] {
+      return app.row(0)->mapToItem(app.item("headerView"), QPointF()).y() == 45;
+    })) << "after "
+        << i << " refreshes";
+    app.item("torrentTable")->setProperty("contentY", 200);
+    app.click(app.item("refreshBtn"));
+    ASSERT_TRUE(waitFor([&] { return site_.log().size() == static_cast<std::size_t>(2 + i); }));
+    ASSERT_TRUE(app.waitForRows(30));
+  }
+}
+
 TEST_F(WindowTest, AHeldKeySendsOnce) {
   const test::RawServer client([](const test::RecordedRequest&) { return test::RawReply::hang(); });
   configure(std::to_string(client.port()));
