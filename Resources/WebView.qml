@@ -9,7 +9,7 @@ WebEngineView {
     objectName: "webView"
 
     required property WebPage page
-    readonly property WebProfile browser: WebProfiles.profile(page.userAgent, WebCookies)
+    readonly property WebProfile browser: WebProfiles.profile(page.userAgent, page.profileKey, WebCookies)
 
     profile: browser.engine
     backgroundColor: "white"

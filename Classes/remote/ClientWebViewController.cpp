@@ -1,5 +1,7 @@
 #include "remote/ClientWebViewController.h"
 
+#include <QCryptographicHash>
+
 #include "lists/AllListViewController.h"
 #include "remote/FetchPageRemoteUI.h"
 #include "remote/ServerInfo.h"
@@ -42,9 +44,16 @@ void ClientWebViewController::viewDidAppear() {
 
 void ClientWebViewController::initializeWebView(std::optional<std::string> html) {
   result_ = std::move(html);
-  WebPage& page = makeWebView();
+  const ServerInfo& info = ServerInfo::sharedInstance();
+  // The engine keeps a login for as long as the profile lives and sends it with whatever any page
+  // of that profile asks of the server: a page of the site must not reach the client with it, and a
+  // login that was changed must not linger.
+  QCryptographicHash key(QCryptographicHash::Sha256);
+  for (const auto& part : {info.address(), info.port(), info.username(), info.password()}) {
+    key.addData(QByteArray::fromStdString(part.value_or("") + '\n'));
+  }
+  WebPage& page = makeWebView(false, QString::fromLatin1(key.result().toHex()));
   if (url_) {
-    const ServerInfo& info = ServerInfo::sharedInstance();
     page.setCredentials(QString::fromStdString(url_->host()), url_->port(),
                         QString::fromStdString(info.username().value_or("")),
                         QString::fromStdString(info.password().value_or("")));

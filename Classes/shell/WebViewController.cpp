@@ -31,11 +31,11 @@ std::optional<Url> WebViewController::siteHomeUrl() {
   return Url::parse(SiteConfiguration::current().siteHomeUrl());
 }
 
-WebPage& WebViewController::makeWebView(bool handset) {
+WebPage& WebViewController::makeWebView(bool handset, const QString& profileKey) {
   const std::string_view agent =
       handset ? HttpRequest::kHandsetUserAgent : HttpRequest::kDesktopUserAgent;
   auto page = std::make_unique<WebPage>(
-      QString::fromUtf8(agent.data(), static_cast<qsizetype>(agent.size())), this);
+      QString::fromUtf8(agent.data(), static_cast<qsizetype>(agent.size())), profileKey, this);
   page->setScalesPageToFit(true);
   // What draws the old one may be the caller.
   if (WebPage* old = std::exchange(myWebView_, std::move(page)).release()) {

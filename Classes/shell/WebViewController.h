@@ -72,7 +72,7 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
 
  protected:
   /// The web view with no page in it yet, in place of an earlier one.
-  WebPage& makeWebView(bool handset = false);
+  WebPage& makeWebView(bool handset = false, const QString& profileKey = {});
   /// Loads `html` into `page`; says what failed in the page's place when there is none.
   void show(WebPage& page, const std::optional<std::string>& html, const std::optional<Url>& base);
   /// The shared overlay is left alone while another screen is on show.

@@ -15,8 +15,8 @@ int portOf(const QUrl& url) { return url.port(url.scheme() == QLatin1String("htt
 
 }  // namespace
 
-WebPage::WebPage(QString userAgent, WebPageDelegate* delegate)
-    : userAgent_(std::move(userAgent)), delegate_(delegate) {
+WebPage::WebPage(QString userAgent, QString profileKey, WebPageDelegate* delegate)
+    : userAgent_(std::move(userAgent)), profileKey_(std::move(profileKey)), delegate_(delegate) {
   assert(MainThread::isCurrent() && delegate != nullptr);
   static int pages = 0;
   id_ = QString::number(++pages);

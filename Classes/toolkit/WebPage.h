@@ -36,12 +36,14 @@ class WebPage : public QObject {
   Q_OBJECT
   Q_PROPERTY(QString pageId READ pageId CONSTANT)
   Q_PROPERTY(QString userAgent READ userAgent CONSTANT)
+  Q_PROPERTY(QString profileKey READ profileKey CONSTANT)
   Q_PROPERTY(bool scalesPageToFit READ scalesPageToFit CONSTANT)
   Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
   Q_PROPERTY(QString error READ error NOTIFY changed)
 
  public:
-  WebPage(QString userAgent, WebPageDelegate* delegate);
+  /// `profileKey`: pages of another key know nothing of this one's logins to servers.
+  WebPage(QString userAgent, QString profileKey, WebPageDelegate* delegate);
   ~WebPage() override;
 
   /// Shows `html` as the page at `base`, of any size. Credentials in `base` do not reach the page:
@@ -65,6 +67,7 @@ class WebPage : public QObject {
   [[nodiscard]] const std::optional<Url>& baseUrl() const { return base_; }
   [[nodiscard]] const QString& html() const { return html_; }
   [[nodiscard]] QString userAgent() const { return userAgent_; }
+  [[nodiscard]] QString profileKey() const { return profileKey_; }
   /// Distinguishes the pages of a process.
   [[nodiscard]] QString pageId() const { return id_; }
   /// Whether a page wider than the view is drawn smaller.
@@ -118,6 +121,7 @@ class WebPage : public QObject {
 
   QString id_;
   QString userAgent_;
+  QString profileKey_;
   WebPageDelegate* delegate_;
   std::optional<Url> base_;
   QString html_;

@@ -22,8 +22,8 @@ void endProfiles() {
 
 }  // namespace
 
-WebProfile* WebProfiles::profile(const QString& userAgent, QObject* jar) {
-  std::unique_ptr<WebProfile>& profile = profiles()[userAgent];
+WebProfile* WebProfiles::profile(const QString& userAgent, const QString& key, QObject* jar) {
+  std::unique_ptr<WebProfile>& profile = profiles()[userAgent + QLatin1Char('\n') + key];
   if (profile == nullptr) {
     profile = std::make_unique<WebProfile>(userAgent, jar);
     QJSEngine::setObjectOwnership(profile.get(), QJSEngine::CppOwnership);

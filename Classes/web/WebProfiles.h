@@ -19,8 +19,10 @@ class WebProfiles : public QObject {
  public:
   using QObject::QObject;
 
-  /// The profile of that user agent; `jar` as WebProfile says, the same one in every call.
-  Q_INVOKABLE veltramoor::WebProfile* profile(const QString& userAgent, QObject* jar);
+  /// The profile of that user agent and key; `jar` as WebProfile says, the same one in every call.
+  /// Pages of one key share what the engine remembers, logins to servers among it.
+  Q_INVOKABLE veltramoor::WebProfile* profile(const QString& userAgent, const QString& key,
+                                              QObject* jar);
 };
 
 }  // namespace veltramoor
