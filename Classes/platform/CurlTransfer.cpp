@@ -103,7 +103,7 @@ class CurlTransfer::Impl {
     const FieldList fields = fieldLines(request.headers);
     describe(request, fields, limits);
     // A partial body comes with its status, too: only a transfer without any error counts.
-    if (run(limits, abandoned) != CURLE_OK) {
+    if (run(limits, abandoned, request.stop) != CURLE_OK) {
       return std::nullopt;
     }
     long status = 0;
@@ -168,7 +168,8 @@ class CurlTransfer::Impl {
     set(CURLOPT_FORBID_REUSE, isLengthMisstated(request) ? 1L : 0L);
   }
 
-  CURLcode run(const TransferLimits& limits, const std::atomic<bool>& abandoned) {
+  CURLcode run(const TransferLimits& limits, const std::atomic<bool>& abandoned,
+               const std::stop_token& stop) {
     if (curl_multi_add_handle(multi_.get(), easy_.get()) != CURLM_OK) {
       return CURLE_FAILED_INIT;
     }
@@ -185,7 +186,7 @@ class CurlTransfer::Impl {
       }
       const Clock::time_point now = Clock::now();
       const Clock::time_point end = std::min(lastByte + limits.idle, limits.deadline);
-      if (abandoned || now >= end) {
+      if (abandoned || stop.stop_requested() || now >= end) {
         return CURLE_OPERATION_TIMEDOUT;
       }
       const auto wait = std::chrono::ceil<milliseconds>(end - now).count();

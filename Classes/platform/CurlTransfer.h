@@ -37,9 +37,9 @@ class CurlTransfer {
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-  /// Blocks until the answer is complete; absent on every failure, and when `abandoned` becomes
-  /// true (which is looked at after each `wakeUp`). The request's header fields must have been
-  /// checked.
+  /// Blocks until the answer is complete; absent on every failure, when `abandoned` becomes true,
+  /// and when the request's stop is asked for (both are looked at after each `wakeUp`). The
+  /// request's header fields must have been checked.
   [[nodiscard]] std::optional<TransferAnswer> perform(const UrlRequest& request,
                                                       const TransferLimits& limits,
                                                       const std::atomic<bool>& abandoned);

@@ -52,8 +52,9 @@ class UrlLoading::Impl {
                                 std::chrono::steady_clock::now() + interval * limits_.hardCapFactor,
                                 limits_.maximumBodySize, limits_.maximumHeaderSize};
     const Loan transfer(*this);
+    const std::stop_callback wakeUp(request.stop, [&transfer] { transfer->wakeUp(); });
     for (int redirects = 0; redirects <= limits_.maximumRedirects; ++redirects) {
-      if (abandoned_ || !canBeSent(request)) {
+      if (abandoned_ || request.stop.stop_requested() || !canBeSent(request)) {
         return {};
       }
       auto answer = transfer->perform(request, limits, abandoned_);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -32,6 +33,8 @@ struct UrlRequest {
   /// The request has an effect at the server although it has no body (requests with one are safe
   /// anyway): it is never sent again when a kept connection turns out to be dead.
   bool sendOnce = false;
+  /// A requested stop fails the exchange at once, whatever its server does.
+  std::stop_token stop = {};
 };
 
 struct UrlResponse {

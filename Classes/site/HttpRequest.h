@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -86,6 +87,9 @@ class HttpRequest {
   /// that the server dropped.
   void setSendOnce(bool once) { sendOnce_ = once; }
 
+  /// Asking for a stop makes a request that is under way on another thread fail at once.
+  void setStop(std::stop_token stop) { stop_ = std::move(stop); }
+
   /// Absent when no response was had.
   [[nodiscard]] const std::optional<UrlResponse>& urlResponse() const { return urlResponse_; }
   [[nodiscard]] const std::optional<std::string>& responseData() const { return responseData_; }
@@ -118,6 +122,7 @@ class HttpRequest {
   int timeout_ = 0;
   bool overwriteUserAgent_ = true;
   bool sendOnce_ = false;
+  std::stop_token stop_;
   HeaderList extraHeaders_;
   std::optional<UrlResponse> urlResponse_;
   std::optional<std::string> responseData_;

@@ -27,17 +27,6 @@ UrlRequest postTo(const std::string& url, std::string body, HeaderList headers =
 
 class UrlLoadingTest : public testing::Test {
  protected:
-  // Sends on a client of its own and says how long that took.
-  std::chrono::milliseconds timeToFail(const UrlRequest& request, const UrlLoadingLimits& limits) {
-    UrlLoading client(cookies_, limits);
-    const auto start = std::chrono::steady_clock::now();
-    const UrlResult result = client.send(request);
-    EXPECT_FALSE(result.response);
-    EXPECT_FALSE(result.data);
-    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
-                                                                 start);
-  }
-
   CookieStorage cookies_{std::nullopt};
   UrlLoading loading_{cookies_};
 };
@@ -315,55 +304,6 @@ TEST_F(UrlLoadingTest, HugeAndBrokenAnswersAreNoAnswers) {
     const UrlResult result = loading_.send(requestTo(server.url("/" + std::to_string(i))));
     EXPECT_FALSE(result.response || result.data) << i;
   }
-}
-
-TEST_F(UrlLoadingTest, ATimeoutCountsTheTimeWithoutAByte) {
-  const std::string answer = RawServer::response(200, "12345678");
-  const RawServer server([&](const RecordedRequest& request) -> RawReply {
-    if (request.target == "/silent") return RawReply::hang();
-    if (request.target == "/stuck") return RawReply::hang(answer.substr(0, answer.size() - 1));
-    if (request.target == "/slow") return RawReply::dripping(answer, 25ms);
-    return RawReply::dripping(RawServer::response(200, std::string(10'000, 'x')), 25ms);
-  });
-  const UrlLoadingLimits limits{.timeoutInterval = 400ms};
-  for (const char* path : {"/silent", "/stuck"}) {
-    const auto time = timeToFail(requestTo(server.url(path)), limits);
-    EXPECT_GE(time, 400ms) << path;
-    EXPECT_LT(time, 3s) << path;
-  }
-  UrlRequest ownInterval = requestTo(server.url("/silent"));
-  ownInterval.timeoutInterval = 100ms;
-  EXPECT_LT(timeToFail(ownInterval, {}), 2s);
-  const auto capped = timeToFail(requestTo(server.url("/endless")), limits);
-  EXPECT_GE(capped, 1200ms);
-  EXPECT_LT(capped, 5s);
-  // Longer than the interval as a whole, byte by byte through the head, too.
-  UrlLoading patient(cookies_, {.timeoutInterval = 400ms, .hardCapFactor = 50});
-  EXPECT_EQ(patient.send(requestTo(server.url("/slow"))).data, "12345678");
-}
-
-TEST_F(UrlLoadingTest, ServersThatAreGoneFailAtOnce) {
-  RawServer server([](const auto&) { return RawServer::response(200); });
-  ASSERT_TRUE(loading_.send(requestTo(server.url())).response);
-  server.stop();
-  EXPECT_LT(timeToFail(requestTo(server.url()), {}), 5s);
-  EXPECT_FALSE(loading_.send(requestTo(server.url())).response);
-}
-
-TEST_F(UrlLoadingTest, AbandoningEndsRunningAndLaterExchanges) {
-  const RawServer server([](const auto&) { return RawReply::hang(); });
-  const auto start = std::chrono::steady_clock::now();
-  {
-    std::vector<std::jthread> waiting;
-    for (int i = 0; i < 4; ++i) {
-      waiting.emplace_back([&] { EXPECT_FALSE(loading_.send(requestTo(server.url())).response); });
-    }
-    ASSERT_TRUE(server.waitForHits(4));
-    loading_.abandonAll();
-  }
-  EXPECT_FALSE(loading_.send(requestTo(server.url())).response);
-  EXPECT_EQ(server.hits(), 4U);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
 }
 
 TEST_F(UrlLoadingTest, ThreadsKeepTheirConnections) {
