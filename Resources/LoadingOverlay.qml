@@ -17,7 +17,7 @@ RoundedRectView {
     opacity: 0.9
 
     Accessible.role: Accessible.AlertMessage
-    Accessible.name: indicator.text
+    Accessible.name: indicator.text + " " + indicator.hint
 
     Spinner {
         x: root.indicator.wheelFrame.x
@@ -36,5 +36,24 @@ RoundedRectView {
         textFormat: Text.PlainText
         color: Theme.textStrong
         font { family: Theme.fontFamily; pixelSize: 20 }
+    }
+
+    Rectangle {
+        visible: hint.text.length > 0
+        anchors { horizontalCenter: parent.horizontalCenter; top: parent.bottom; topMargin: 8 }
+        width: hint.implicitWidth + 20
+        height: hint.implicitHeight + 10
+        radius: 8
+        color: Theme.ground
+
+        Text {
+            id: hint
+            objectName: "loadingHint"
+            anchors.centerIn: parent
+            text: root.indicator.hint
+            textFormat: Text.PlainText
+            color: Theme.text
+            font { family: Theme.fontFamily; pixelSize: 14 }
+        }
     }
 }

@@ -111,7 +111,7 @@ void AllListViewController::showLoadingOverlay(const QString& message) {
 }
 
 void AllListViewController::hideLoadingOverlay() {
-  if (loading_ != nullptr) {
+  if (loading_ != nullptr && !opening_) {
     loading_->hideLoadingIndicators();
   }
 }
@@ -227,16 +227,23 @@ void AllListViewController::didSelectProfile(const std::optional<QString>& usern
 }
 
 void AllListViewController::openTorrent(int row) {
+  if (opening_) {
+    return;
+  }
   const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(row)];
   const auto url = Url::parse(
       fmt::format("http://{}{}", SiteConfiguration::current().siteHost, torrent.detailsUrl));
   const auto self = sharedController(this);
   showLoadingOverlay(tr("Loading..."));
   tableView_.setAllowsSelection(false);
-  // Returns when the page is there.
+  // Returns when the page is there; pages of the list may arrive meanwhile.
+  opening_ = true;
   const auto details = std::make_shared<TorrentWebViewController>(url, row, self);
-  tableView_.setAllowsSelection(true);
-  loading_->hideLoadingIndicators();
+  opening_ = false;
+  if (!isBusy()) {
+    tableView_.setAllowsSelection(true);
+    hideLoadingOverlay();
+  }
   if (navigationController() != nullptr) {
     navigationController()->pushViewController(details);
   }
@@ -262,9 +269,12 @@ void AllListViewController::didTapDownloadButton(int tag) {
   if (tag < 0 || tag >= rows_.torrentCount()) {
     return;
   }
+  send((*rows_.torrents())[static_cast<std::size_t>(tag)]);
+}
+
+void AllListViewController::send(const Torrent& torrent) {
   ++sendingTorrentCount_;
   setSendingText(sendingTorrentCount_ != 1);
-  const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(tag)];
   auto send = std::make_shared<FetchPageDownload>(
       Url::parse(torrent.downloadUrl), torrent.name,
       [self = sharedController(this)](const std::optional<std::string>& name) {
@@ -299,6 +309,13 @@ void AllListViewController::disableTabs(bool disable) {
     controller->tabBarItem()->setEnabled(!disable);
   }
   tabs->moreNavigationController()->tabBarItem()->setEnabled(!disable);
+}
+
+void AllListViewController::resume() {
+  if (!isBusy()) {
+    tableView_.setAllowsSelection(true);
+    disableTabs(false);
+  }
 }
 
 void AllListViewController::didSelectRowAtIndexPath(int row) {

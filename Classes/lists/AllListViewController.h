@@ -75,10 +75,15 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void reloadHeaderView();
   /// The send button of the row `tag`.
   Q_INVOKABLE void didTapDownloadButton(int tag);
+  /// Queues the send of `torrent`, which may have left the list.
+  void send(const Torrent& torrent);
   /// The send callback: the torrent's name, absent after a failed send.
   void downloadedFinished(const std::optional<std::string>& name);
   /// Disables or enables every tab, "More" included.
   void disableTabs(bool disable);
+  /// Takes rows and tabs back into use after a screen that this list waited for, unless it still
+  /// waits for pages.
+  void resume();
 
   Q_INVOKABLE void didSelectRowAtIndexPath(int row);
   /// Fills `cell` with what row `row` shows.
@@ -137,6 +142,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   virtual void fetchFirstPage() { fetchPage(0); }
   /// Queues the fetch of one page with everything that shows that it is under way.
   void fetch(std::optional<Url> url);
+  /// Whether pages are under way, which hold the rows, the tabs and the overlay.
+  [[nodiscard]] virtual bool isBusy() const { return pagesUnderWay_ > 0; }
   /// Whether a page has been asked for and has not arrived.
   [[nodiscard]] bool isFetching() { return !headerView_.refreshBtn()->isEnabled(); }
   /// Makes room for a search bar; not owned.
@@ -176,6 +183,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   int sendingTorrentCount_ = 0;
   int pagesUnderWay_ = 0;
   bool refreshed_ = false;
+  // Whether a torrent's page is being waited for.
+  bool opening_ = false;
   // Last, so that their threads are joined before anything else goes.
   OperationQueue operationQueue_{1};
   OperationQueue imageOperationQueue_{3};

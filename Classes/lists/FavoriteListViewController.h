@@ -62,6 +62,7 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   /// The same for a category code; "" and "0" are all categories.
   [[nodiscard]] static std::optional<Url> urlOf(const std::string& category, int page);
   [[nodiscard]] bool loadMoreTakesTouches() const override;
+  [[nodiscard]] bool isBusy() const override { return delivery_.outstanding() > 0; }
 
  private:
   void fetchPage(int page, int batch, DeliveryPlace place);

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "PreferencesKeys.h"
 #include "Util/AbsentValue.h"
 #include "Util/NSStringEscaping.h"
@@ -47,19 +49,22 @@ void SearchListViewController::searchBarSearchButtonClicked() {
   mySearchBar_.resignFirstResponder();
   if (isFetching()) {
     // Two searches under way would show the results of both, one below the other.
-    searchAgain_ = true;
+    nextSearch_ = mySearchBar_.text();
     return;
   }
+  search(mySearchBar_.text());
+}
+
+void SearchListViewController::search(const QString& text) {
   clearRows();
-  searchString_ = stringByAddingPercentEscapesInAscii(mySearchBar_.text().toStdString());
+  searchString_ = stringByAddingPercentEscapesInAscii(text.toStdString());
   fetchPage(0);
 }
 
 void SearchListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
   AllListViewController::loadedTorrents(std::move(page));
-  if (searchAgain_) {
-    searchAgain_ = false;
-    searchBarSearchButtonClicked();
+  if (const auto text = std::exchange(nextSearch_, std::nullopt)) {
+    search(*text);
   }
 }
 

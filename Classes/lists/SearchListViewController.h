@@ -40,10 +40,12 @@ class SearchListViewController : public veltramoor::AllListViewController {
 
  private:
   void clearRows();
+  void search(const QString& text);
 
   TextField mySearchBar_;
   std::optional<std::string> searchString_;
-  bool searchAgain_ = false;
+  /// The text of a search that waits for the page under way.
+  std::optional<QString> nextSearch_;
 };
 
 }  // namespace veltramoor

@@ -49,7 +49,16 @@ void LoadingIndicator::showLoadingIndicators() {
     }
   }
   shownText_ = string_;
+  // Kept, for any call for the instance resets the one to be set, and the parent may be resized.
+  shownOffset_ = offset_;
   sizeFrame();
+}
+
+void LoadingIndicator::setHint(const QString& text) {
+  if (shown_ && text != hint_) {
+    hint_ = text;
+    emit changed();
+  }
 }
 
 void LoadingIndicator::hideLoadingIndicators() {
@@ -62,6 +71,7 @@ void LoadingIndicator::hideLoadingIndicators() {
     disconnect(shownOn_, nullptr, this, nullptr);
   }
   shownOn_ = nullptr;
+  hint_.clear();
   emit changed();
 }
 
@@ -73,9 +83,9 @@ void LoadingIndicator::sizeFrame() {
   wheelFrame_ = {left, (box.height() - kWheelSide) / 2, kWheelSide, kWheelSide};
   labelFrame_ = {QPointF(kWheelSide + left + kGap, (box.height() - label.height()) / 2), label};
   const QSizeF parent = shownOn_ != nullptr ? shownOn_->frame().size() : box;
-  boxFrame_ = {
-      QPointF((parent.width() - box.width()) / 2, (parent.height() - box.height()) / 2 + offset_),
-      box};
+  boxFrame_ = {QPointF((parent.width() - box.width()) / 2,
+                       (parent.height() - box.height()) / 2 + shownOffset_),
+               box};
   emit changed();
 }
 

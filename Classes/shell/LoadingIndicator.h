@@ -16,6 +16,7 @@ class LoadingIndicator : public QObject {
   Q_OBJECT
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString text READ shownText NOTIFY changed)
+  Q_PROPERTY(QString hint READ hint NOTIFY changed)
   Q_PROPERTY(QRectF boxFrame READ boxFrame NOTIFY changed)
   Q_PROPERTY(QRectF wheelFrame READ wheelFrame NOTIFY changed)
   Q_PROPERTY(QRectF labelFrame READ labelFrame NOTIFY changed)
@@ -37,6 +38,10 @@ class LoadingIndicator : public QObject {
   /// the view it was shown on.
   void showLoadingIndicators();
   void hideLoadingIndicators();
+
+  /// A line below the box, for as long as the box is shown.
+  [[nodiscard]] QString hint() const { return hint_; }
+  void setHint(const QString& text);
 
   [[nodiscard]] bool isShown() const { return shown_; }
   /// What the label reads; changes only when shown.
@@ -62,6 +67,8 @@ class LoadingIndicator : public QObject {
   bool shown_ = false;
   QPointer<View> shownOn_;
   QString shownText_;
+  int shownOffset_ = 0;
+  QString hint_;
   QRectF boxFrame_;
   QRectF wheelFrame_;
   QRectF labelFrame_;

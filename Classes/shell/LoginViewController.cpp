@@ -43,6 +43,8 @@ LoginViewController::LoginViewController(SwitchViews switchViews)
   connect(&automaticLogin_, &Switch::valueChanged, this, &LoginViewController::toggleAutomatic);
   connect(&anonymousLogin_, &Switch::valueChanged, this, &LoginViewController::toggleAnonymous);
   for (TextField* field : {&username_, &password_}) {
+    connect(field, &TextField::didBeginEditing, this,
+            [this, field] { textBeforeEditing_ = field->text(); });
     connect(field, &TextField::didEndEditing, this,
             [this, field] { textFieldDidEndEditing(*field); });
     connect(field, &TextField::shouldReturn, this,
@@ -173,9 +175,16 @@ void LoginViewController::checkNotice() {
   request->setTimeout(kNoticeTimeout);
   // The transport's timeout counts from byte to byte; a server that drips may not hold the person
   // up for longer either.
-  const bool finished =
-      requestSynchronously(request, std::chrono::seconds(kNoticeTimeout), WithEscape::No);
-  showNotice(finished ? noticeFrom(*request) : Notice{});
+  switch (requestSynchronously(request, std::chrono::seconds(kNoticeTimeout), GivingUp::No)) {
+    case WaitEnd::Finished:
+      showNotice(noticeFrom(*request));
+      break;
+    case WaitEnd::GivenUp:
+      showNotice({});
+      break;
+    case WaitEnd::Closing:
+      break;
+  }
 }
 
 void LoginViewController::showNotice(const Notice& notice) {
@@ -204,6 +213,11 @@ void LoginViewController::switchView() {
 }
 
 void LoginViewController::textFieldDidEndEditing(const TextField& field) {
+  // A field that the anonymous switch emptied still has its stored text: to pass through it is not
+  // to delete that.
+  if (field.text() == textBeforeEditing_) {
+    return;
+  }
   store(&field == &username_ ? PreferencesKeys::username : PreferencesKeys::password,
         field.text().toStdString());
 }

@@ -108,6 +108,8 @@ class LoginViewController : public veltramoor::ViewController {
   SiteChooser site_;
   std::shared_ptr<DonateViewController> donateView_;
   LoadingIndicator* loading_ = nullptr;
+  // The text of the field that is being edited, as it was when that began.
+  QString textBeforeEditing_;
   bool infoViewShown_ = false;
   bool keyboardVisible_ = false;
   // Last, so that its thread is joined before anything else goes.

@@ -6,11 +6,13 @@
 #include <QTimer>
 #include <QWindow>
 #include <cassert>
+#include <stop_token>
 #include <utility>
 
 #include "platform/MainThread.h"
 #include "platform/OperationQueue.h"
 #include "platform/UrlLoading.h"
+#include "shell/LoadingIndicator.h"
 
 namespace veltramoor {
 namespace {
@@ -18,7 +20,13 @@ namespace {
 // Shared by the waiting caller and the worker; touched on the main thread only.
 struct Wait {
   QEventLoop loop;
-  bool finished = false;
+  // What ends the loop without a word is the program's end.
+  WaitEnd end = WaitEnd::Closing;
+
+  void quit(WaitEnd reason) {
+    end = reason;
+    loop.quit();
+  }
 };
 
 class RequestOperation final : public Operation {
@@ -29,10 +37,7 @@ class RequestOperation final : public Operation {
   void main() override {
     request_->request();
     // The wait's last reference goes on the main thread, where its event loop lives.
-    MainThread::perform([wait = std::move(wait_)] {
-      wait->finished = true;
-      wait->loop.quit();
-    });
+    MainThread::perform([wait = std::move(wait_)] { wait->quit(WaitEnd::Finished); });
   }
 
  private:
@@ -44,26 +49,41 @@ class RequestOperation final : public Operation {
 // meant for the screen that the page opens.
 class InputFilter final : public QObject {
  public:
-  InputFilter(QEventLoop& loop, WithEscape escape) : loop_(loop), escape_(escape) {
+  InputFilter(Wait& wait, GivingUp givingUp) : wait_(wait), givingUp_(givingUp) {
     qApp->installEventFilter(this);
+    if (givingUp == GivingUp::Allowed) {
+      QTimer::singleShot(kPatience, this, [this] {
+        tapGivesUp_ = true;
+        LoadingIndicator::sharedInstance().setHint(QObject::tr("Tap to stop waiting"));
+      });
+    }
   }
 
   bool eventFilter(QObject* receiver, QEvent* event) override {
     switch (event->type()) {
+      case QEvent::Shortcut:
+        return true;
+      case QEvent::ShortcutOverride:
+        // Refused, the key would be looked up among the screens' shortcuts.
+        event->accept();
+        return true;
       case QEvent::KeyPress:
-        if (escape_ == WithEscape::GivesUp &&
+        if (givingUp_ == GivingUp::Allowed &&
             static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-          loop_.quit();
+          wait_.quit(WaitEnd::GivenUp);
+        }
+        return qobject_cast<QWindow*>(receiver) != nullptr;
+      case QEvent::MouseButtonPress:
+      case QEvent::TouchBegin:
+        if (tapGivesUp_) {
+          wait_.quit(WaitEnd::GivenUp);
         }
         [[fallthrough]];
       case QEvent::KeyRelease:
-      case QEvent::ShortcutOverride:
-      case QEvent::MouseButtonPress:
       case QEvent::MouseButtonRelease:
       case QEvent::MouseButtonDblClick:
       case QEvent::MouseMove:
       case QEvent::Wheel:
-      case QEvent::TouchBegin:
       case QEvent::TouchUpdate:
       case QEvent::TouchEnd:
         return qobject_cast<QWindow*>(receiver) != nullptr;
@@ -73,11 +93,12 @@ class InputFilter final : public QObject {
   }
 
  private:
-  QEventLoop& loop_;
-  WithEscape escape_;
+  Wait& wait_;
+  GivingUp givingUp_;
+  bool tapGivesUp_ = false;
 };
 
-// A few, so that one server that hangs does not keep the next request waiting.
+// A few, so that a request whose name look-up hangs does not keep the next one waiting.
 OperationQueue& workers() {
   // Made first, so that it is there until the last worker has ended.
   UrlLoading::sharedInstance();
@@ -87,18 +108,23 @@ OperationQueue& workers() {
 
 }  // namespace
 
-bool requestSynchronously(const std::shared_ptr<HttpRequest>& request,
-                          std::chrono::milliseconds limit, WithEscape escape) {
+WaitEnd requestSynchronously(const std::shared_ptr<HttpRequest>& request,
+                             std::chrono::milliseconds limit, GivingUp givingUp) {
   assert(MainThread::isCurrent());
   const auto wait = std::make_shared<Wait>();
+  std::stop_source stop;
+  request->setStop(stop.get_token());
   workers().addOperation(std::make_shared<RequestOperation>(request, wait));
   QTimer timer;
   timer.setSingleShot(true);
-  QObject::connect(&timer, &QTimer::timeout, &wait->loop, &QEventLoop::quit);
+  QObject::connect(&timer, &QTimer::timeout, [&wait] { wait->quit(WaitEnd::GivenUp); });
   timer.start(limit);
-  const InputFilter filter(wait->loop, escape);
+  const InputFilter filter(*wait, givingUp);
   wait->loop.exec();
-  return wait->finished;
+  if (wait->end != WaitEnd::Finished) {
+    stop.request_stop();
+  }
+  return wait->end;
 }
 
 }  // namespace veltramoor

@@ -8,16 +8,27 @@
 
 namespace veltramoor {
 
-/// Whether the person may give up waiting.
-enum class WithEscape : bool { No, GivesUp };
+/// Whether the person may give up waiting: at any time by the Escape key, and by a tap anywhere
+/// once the wait has lasted for `kPatience`, which the overlay then says.
+enum class GivingUp : bool { No, Allowed };
+
+enum class WaitEnd {
+  Finished,
+  /// By the person, or because the limit passed.
+  GivenUp,
+  /// The program is ending: nothing is to be shown any more.
+  Closing,
+};
+
+/// Shorter waits cannot be tapped away: the second tap of an impatient finger means the row.
+inline constexpr std::chrono::seconds kPatience{3};
 
 /// Runs `request->request()` on a worker thread and returns when it is over. Meanwhile the main
 /// thread's event loop goes on: screens paint, overlays turn, and what the person does to the
-/// window is dropped, but for the Escape key where it may give up waiting. Main thread only.
+/// window is dropped. Main thread only.
 ///
-/// False when it was given up on, by that key, by the program's end, or because `limit` passed
-/// first: the request must not be touched then, it ends by itself whenever the transport gives up.
-[[nodiscard]] bool requestSynchronously(const std::shared_ptr<HttpRequest>& request,
-                                        std::chrono::milliseconds limit, WithEscape escape);
+/// Unless it finished, the request must not be touched any more: its transfer is stopped.
+[[nodiscard]] WaitEnd requestSynchronously(const std::shared_ptr<HttpRequest>& request,
+                                           std::chrono::milliseconds limit, GivingUp givingUp);
 
 }  // namespace veltramoor

@@ -24,10 +24,20 @@ constexpr std::chrono::seconds kLongestWait{60};
 TorrentWebViewController::TorrentWebViewController(const std::optional<Url>& url, int tag,
                                                    std::shared_ptr<AllListViewController> target)
     : WebViewController(url, std::move(target)), url_(url), tag_(tag) {
+  if (AllListViewController* list = this->target();
+      list != nullptr && tag >= 0 && tag < list->rows()->torrentCount()) {
+    torrent_ = (*list->rows()->torrents())[static_cast<std::size_t>(tag)];
+  }
   const auto request = std::make_shared<HttpRequestRegExDetails>(url);
-  if (requestSynchronously(request, kLongestWait, WithEscape::GivesUp)) {
-    result_ = request->result();
-    imdb_ = request->imdb();
+  switch (requestSynchronously(request, kLongestWait, GivingUp::Allowed)) {
+    case WaitEnd::Finished:
+      result_ = request->result();
+      imdb_ = request->imdb();
+      break;
+    case WaitEnd::GivenUp:
+      break;
+    case WaitEnd::Closing:
+      return;
   }
   makeWebView();
   initializeWebView(result_);
@@ -57,8 +67,8 @@ void TorrentWebViewController::viewDidLoad() {
   forwardButton_ = add(right, "webForwardButton", tr("Next page"), "forward-toolbar.png", 65,
                        [this] { goForward(); });
   add(right, "webDownloadButton", tr("Send to your computer"), "download-toolbar.png", 130, [this] {
-    if (target() != nullptr) {
-      target()->didTapDownloadButton(tag_);
+    if (torrent_) {
+      target()->send(*torrent_);
     }
   });
   leftBarItem()->set(160, std::move(left));
@@ -67,7 +77,7 @@ void TorrentWebViewController::viewDidLoad() {
 }
 
 void TorrentWebViewController::updateButtons() {
-  if (forwardButton_ != nullptr) {
+  if (forwardButton_ != nullptr && myWebView() != nullptr) {
     forwardButton_->setEnabled(myWebView()->canGoForward());
     backButton_->setEnabled(myWebView()->canGoBack() || stackCounter_ == 1);
   }

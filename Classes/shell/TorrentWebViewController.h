@@ -2,6 +2,7 @@
 #pragma once
 
 #include "shell/WebViewController.h"
+#include "site/Torrent.h"
 
 namespace veltramoor {
 
@@ -35,6 +36,8 @@ class TorrentWebViewController final : public veltramoor::WebViewController {
   std::optional<Url> url_;
   std::optional<std::string> imdb_;
   int tag_;
+  // What the row held when it was opened: a page that arrives meanwhile may replace the rows.
+  std::optional<Torrent> torrent_;
 };
 
 }  // namespace veltramoor

@@ -161,8 +161,7 @@ void WebViewController::releaseTarget() {
   }
   targetWaits_ = false;
   if (target_ != nullptr) {
-    target_->tableView()->setAllowsSelection(true);
-    target_->disableTabs(false);
+    target_->resume();
   }
 }
 

@@ -6,6 +6,7 @@
 #include "ScreenTest.h"
 #include "platform/MainThread.h"
 #include "remote/ServerInfo.h"
+#include "settings/DisplaySettingsTables.h"
 #include "shell/LoadingIndicator.h"
 #include "shell/SendingTorrentIndicator.h"
 #include "support/RawServer.h"
@@ -98,6 +99,23 @@ TEST_F(AllListViewControllerTest, BuildsItsUrlFromTheSettingsOfTheMoment) {
     list_->fetchPage(0);
     ASSERT_TRUE(waitForPages(pages_ + 1));
     EXPECT_EQ(site_.log().back().target, one.target);
+  }
+  std::size_t count = 0;
+  for (const CategoryGroup& group : categoryTable()) {
+    for (const SettingChoice& member : group.members) {
+      // Every order with every sort comes up several times on the way.
+      const std::string order(orderTable()[count % orderTable().size()].code);
+      const bool ascending = count++ / orderTable().size() % 2 == 1;
+      store_.setString("Veltramoor_recentCategory", member.code);
+      store_.setString("Veltramoor_recentOrderBy", order);
+      store_.setString("Veltramoor_recentSortBy", ascending ? "asc" : "desc");
+      list_->fetchPage(2);
+      ASSERT_TRUE(waitForPages(pages_ + 1));
+      EXPECT_EQ(site_.log().back().target,
+                member.code == "0" ? "/recent/2"
+                                   : "/browse/" + std::string(member.code) + "/2/" +
+                                         std::to_string(std::stoi(order) + ascending) + "/");
+    }
   }
 }
 

@@ -7,6 +7,7 @@
 #include "ScreenTest.h"
 #include "lists/EditFavoriteListViewController.h"
 #include "platform/UrlLoading.h"
+#include "settings/DisplaySettingsTables.h"
 #include "shell/LoadingIndicator.h"
 #include "toolkit/NavigationController.h"
 
@@ -136,6 +137,50 @@ TEST_F(FavoriteListViewControllerTest, TakesPageCountAndCategoryFromTheSettingsO
     EXPECT_EQ(asked(), one.targets);
     ASSERT_TRUE(waitFor([this] { return !list_->hasBackgroundWork(); }));
   }
+}
+
+TEST_F(FavoriteListViewControllerTest, AsksForEveryCategory) {
+  store_.setString("Veltramoor_favoritesCount", "1");
+  // Not settings of this list, whatever they hold.
+  store_.setString("Veltramoor_orderBy", "7");
+  store_.setString("Veltramoor_sortBy", "asc");
+  for (const CategoryGroup& group : categoryTable()) {
+    for (const SettingChoice& member : group.members) {
+      store_.setString("Veltramoor_favoriteCategory", member.code);
+      list_->didRefresh();
+      ASSERT_TRUE(waitForBatches(batches_ + 1));
+      EXPECT_EQ(asked().front(),
+                member.code == "0" ? "/recent/0" : "/browse/" + std::string(member.code) + "/0/3");
+    }
+  }
+}
+
+// A torrent opened while pages are still on their way: each keeps the overlay for itself.
+TEST_F(FavoriteListViewControllerTest, ATorrentOpenedMeanwhileLeavesTheOverlayToTheBatch) {
+  filters({""});
+  store_.setString("Veltramoor_favoritesCount", "2");
+  site_.setFault("/recent/1", Fault{FaultKind::None, 500ms, 0});
+  list_->viewWillAppear();
+  ASSERT_TRUE(waitFor([this] { return list_->rows()->torrentCount() == 30; }));
+  list_->didSelectRowAtIndexPath(0);
+  EXPECT_EQ(list_->pagesDelivered(), 1) << "the torrent's page came first";
+  EXPECT_TRUE(LoadingIndicator::sharedInstance().isShown());
+  list_->resume();
+  EXPECT_FALSE(list_->tableView()->isScrollEnabled());
+  ASSERT_TRUE(waitForBatches(1));
+  EXPECT_FALSE(LoadingIndicator::sharedInstance().isShown());
+
+  site_.setFault("/torrent", Fault{FaultKind::None, 900ms, 0});
+  list_->fetchNextXPages(2, 0);
+  ASSERT_TRUE(waitFor([this] { return list_->rows()->torrentCount() == 90; }));
+  bool shown = false;
+  QObject::connect(
+      list_.get(), &FavoriteListViewController::batchLoaded, list_.get(),
+      [&] { shown = LoadingIndicator::sharedInstance().isShown(); }, Qt::SingleShotConnection);
+  list_->didSelectRowAtIndexPath(0);
+  EXPECT_EQ(batches_, 2) << "the batch ended during the wait";
+  EXPECT_TRUE(shown) << "and left the torrent's overlay up";
+  EXPECT_FALSE(LoadingIndicator::sharedInstance().isShown());
 }
 
 TEST_F(FavoriteListViewControllerTest, KeepsWhatAnyFilterAccepts) {

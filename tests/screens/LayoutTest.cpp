@@ -52,6 +52,9 @@ TEST(LoadingIndicatorTest, CentresOneBoxAndKeepsItsParent) {
   EXPECT_EQ(again.parentView(), nullptr);
   EXPECT_EQ(again.offset(), 0);
   EXPECT_TRUE(again.isShown());
+  parent.setFrame({0, 0, 320, 580});
+  EXPECT_EQ(again.boxFrame().top(), 420) << "the box on show keeps its shift";
+  parent.setFrame({0, 0, 320, 480});
   again.setParentView(&other);
   again.setString(QStringLiteral("Loading..."));
   again.showLoadingIndicators();
@@ -60,9 +63,13 @@ TEST(LoadingIndicatorTest, CentresOneBoxAndKeepsItsParent) {
   parent.setFrame({0, 0, 320, 580});
   EXPECT_EQ(again.boxFrame().top(), 270) << "and follows its size";
   EXPECT_FALSE(SendingTorrentIndicator::sharedInstance().isShown()) << "the other one is its own";
+  again.setHint(QStringLiteral("Tap to stop waiting"));
   again.hideLoadingIndicators();
   again.hideLoadingIndicators();
   EXPECT_FALSE(again.isShown());
+  EXPECT_EQ(again.hint(), QString()) << "the next wait has not lasted yet";
+  again.setHint(QStringLiteral("late"));
+  EXPECT_EQ(again.hint(), QString());
   MainThread::close();
 }
 

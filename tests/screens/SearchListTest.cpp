@@ -159,6 +159,7 @@ TEST_F(SearchListTest, ShowsTheLatestQueryAlone) {
   list_->searchBarSearchButtonClicked();
   list_->searchBar()->setText(QStringLiteral("zzzz"));
   list_->searchBarSearchButtonClicked();
+  list_->searchBar()->setText(QStringLiteral("typed since, not searched for"));
   ASSERT_TRUE(waitFor([&] { return pages_ == 2; }));
   EXPECT_EQ(asked(), "/search/zzzz/0/99/0");
   EXPECT_EQ(list_->rows()->rowCount(), 0);

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "WebTest.h"
+#include "remote/DownloadHistory.h"
 #include "remote/ServerInfo.h"
 #include "support/TransmissionDaemon.h"
 
@@ -204,6 +205,7 @@ TEST_F(TorrentWebViewControllerTest, AServerThatHangsCanBeGivenUpOn) {
   const RawServer silent([](const test::RecordedRequest&) { return test::RawReply::hang(); });
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
+  const AllListViewController& list = app.list();
   configuration_.siteHost = silent.hostAndPort();
   SiteConfiguration::setCurrent(configuration_);
   bool overlay = false;
@@ -212,6 +214,7 @@ TEST_F(TorrentWebViewControllerTest, AServerThatHangsCanBeGivenUpOn) {
     overlay = app.item("loadingOverlay")->isVisible();
     QObject::connect(app.window(), &QQuickWindow::frameSwapped, app.window(), [&] { ++frames; });
     QTest::mouseClick(app.window(), Qt::LeftButton, {}, QPoint(60, 300));
+    QTest::keyClick(app.window(), Qt::Key_F5);
   });
   QTimer::singleShot(800, [&] { QTest::keyClick(app.window(), Qt::Key_Escape); });
   QElapsedTimer waited;
@@ -222,11 +225,55 @@ TEST_F(TorrentWebViewControllerTest, AServerThatHangsCanBeGivenUpOn) {
   EXPECT_TRUE(overlay);
   EXPECT_GT(frames, 2) << "the wheel turns";
   EXPECT_EQ(silent.hits(), 1U) << "the tap opened nothing";
+  EXPECT_FALSE(list.hasBackgroundWork()) << "the key refreshed nothing";
   ASSERT_NE(screen, nullptr);
   EXPECT_TRUE(app.waitForItem("webError"));
   EXPECT_FALSE(isOverlayShown());
   app.click(app.item("webBackButton"));
   ASSERT_TRUE(app.waitForItem("torrentTable"));
+  // Without a keyboard: a tap, once the overlay offers it.
+  QString hint;
+  const auto tapSoon = [&] {
+    QTest::mouseClick(app.window(), Qt::LeftButton, {}, QPoint(60, 300));
+  };
+  QTimer::singleShot(1000, tapSoon);
+  QObject::connect(&LoadingIndicator::sharedInstance(), &LoadingIndicator::changed, app.window(),
+                   [&] {
+                     if (hint.isEmpty() && !LoadingIndicator::sharedInstance().hint().isEmpty()) {
+                       hint = app.item("loadingHint")->property("text").toString();
+                       QTimer::singleShot(50, tapSoon);
+                     }
+                   });
+  waited.start();
+  ASSERT_NE(open(app), nullptr);
+  EXPECT_GE(waited.elapsed(), 2500) << "the first tap meant a row";
+  EXPECT_LT(waited.elapsed(), 20'000);
+  EXPECT_EQ(hint, QStringLiteral("Tap to stop waiting"));
+}
+
+// A refresh that was under way when the torrent was opened has replaced the rows since.
+TEST_F(TorrentWebViewControllerTest, TheToolbarSendsTheTorrentThatWasOpened) {
+  pages_.set("/torrent/1/a", detailsPage("plain"));
+  const RawServer client([](const test::RecordedRequest&) { return RawServer::response(200); });
+  ServerInfo& info = ServerInfo::sharedInstance();
+  info.setClient("Transmission");
+  info.setAddress("127.0.0.1");
+  info.setPort(std::to_string(client.port()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  const auto list = std::static_pointer_cast<AllListViewController>(app.list().shared_from_this());
+  ASSERT_NE(open(app), nullptr);
+  ASSERT_TRUE(waitForLoads(1));
+  std::string other = listing();
+  for (std::size_t at = 0; (at = other.find("Name 0")) != std::string::npos;) {
+    other.replace(at, 6, "Newer!");
+  }
+  pages_.set("/recent/0", other);
+  list->didRefresh();
+  ASSERT_TRUE(waitFor([&] { return list->rows()->torrents()->front().name == "Newer!"; }));
+  app.click(app.item("webDownloadButton"));
+  ASSERT_TRUE(waitFor([&] { return list->sendingTorrentCount() == 0 && client.hits() > 0; }));
+  EXPECT_EQ(DownloadHistory::names(), std::vector<std::string>{"Name 0"});
 }
 
 }  // namespace
