@@ -35,10 +35,14 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.controller.title
 
-        Keys.onDeletePressed: root.remove(currentIndex)
         Keys.onPressed: event => {
             switch (event.key) {
-            case Qt.Key_Backspace: root.remove(currentIndex); break
+            case Qt.Key_Delete:
+            case Qt.Key_Backspace:
+                // A key held a moment too long must not take the next ones along.
+                if (!event.isAutoRepeat)
+                    root.remove(currentIndex)
+                break
             case Qt.Key_Home: currentIndex = 0; break
             case Qt.Key_End: currentIndex = count - 1; break
             default: return

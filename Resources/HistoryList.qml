@@ -69,7 +69,8 @@ FocusScope {
             case Qt.Key_Delete:
             case Qt.Key_Backspace: {
                 const row = currentIndex
-                if (row >= 0) {
+                // A key held a moment too long must not take the next ones along.
+                if (row >= 0 && !event.isAutoRepeat) {
                     deleteRow(row)
                     currentIndex = Math.min(row, count - 1)
                 }

@@ -39,6 +39,9 @@ FocusScope {
 
     onSelectedChanged: follow()
     Component.onCompleted: jump()
+    // A screen may be left while its wheel still turns.
+    onVisibleChanged: if (!visible && list.moving) settle()
+    Component.onDestruction: if (list.moving) settle()
 
     function turn(by: int): void {
         const row = Math.max(0, Math.min(root.names.length - 1, root.selected + by))

@@ -87,8 +87,15 @@ FocusScope {
             root.drag(mouse.x)
         }
         onPositionChanged: mouse => root.drag(mouse.x)
-        onReleased: root.slider.release()
-        onCanceled: root.slider.release()
+        // A finger that lets go far away has thought better of it.
+        onReleased: mouse => {
+            const near = 70
+            if (mouse.x > -near && mouse.x < width + near && mouse.y > -near && mouse.y < height + near)
+                root.slider.release()
+            else
+                root.slider.takeBack()
+        }
+        onCanceled: root.slider.takeBack()
 
         WheelSteps { id: steps }
         onWheel: event => {

@@ -39,16 +39,13 @@ DemoSiteProcess& DemoSiteProcess::sharedInstance() {
 bool DemoSiteProcess::isInstalled() { return QFileInfo(program()).isExecutable(); }
 
 void DemoSiteProcess::start(Started started) {
-  if (started_) {
-    return;
-  }
   started_ = std::move(started);
   if (!host_.isEmpty()) {
     finish(host_);
-    return;
+  } else if (process_.state() == QProcess::NotRunning) {
+    process_.start(program(),
+                   {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--until-eof")});
   }
-  process_.start(program(),
-                 {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--until-eof")});
 }
 
 void DemoSiteProcess::readLine() {

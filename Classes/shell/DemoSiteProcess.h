@@ -19,7 +19,8 @@ class DemoSiteProcess : public QObject {
   static DemoSiteProcess& sharedInstance();
 
   [[nodiscard]] static bool isInstalled();
-  /// Does nothing while an earlier start is under way; one that already listens is used again.
+  /// A site that already listens is used again. Whoever still waits for an earlier start hears of
+  /// nothing.
   void start(Started started);
   /// To be called before the application object goes.
   void stop();

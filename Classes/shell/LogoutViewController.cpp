@@ -1,5 +1,7 @@
 #include "shell/LogoutViewController.h"
 
+#include "PreferencesKeys.h"
+#include "platform/Preferences.h"
 #include "toolkit/TabBarController.h"
 
 namespace veltramoor {
@@ -11,6 +13,9 @@ LogoutViewController::LogoutViewController(std::function<void()> logout)
 }
 
 void LogoutViewController::viewWillAppear() {
+  // Also when nobody chose this tab but the store did: one start that logs out is enough.
+  Preferences::sharedInstance().setNumber(PreferencesKeys::tab, 0);
+  Preferences::sharedInstance().synchronize();
   if (TabBarController* tabs = tabBarController()) {
     tabs->setSelectedIndex(0);
     tabs->moreNavigationController()->popToRootViewController();

@@ -1,10 +1,35 @@
 #include "shell/SiteChooser.h"
 
 #include <QPointer>
+#include <filesystem>
+#include <optional>
 
+#include "platform/Alerts.h"
 #include "platform/SiteConfiguration.h"
 
 namespace veltramoor {
+namespace {
+
+// What the demo site took the place of: its notice and its forum are for nobody else.
+struct Replaced {
+  QString demoHost;
+  SiteConfiguration configuration;
+};
+
+std::optional<Replaced>& replaced() {
+  static std::optional<Replaced> shared;
+  return shared;
+}
+
+SiteConfiguration withoutDemo() {
+  const SiteConfiguration& current = SiteConfiguration::current();
+  const auto& before = replaced();
+  return before && before->demoHost.toStdString() == current.siteHost ? before->configuration
+                                                                      : current;
+}
+
+}  // namespace
+
 SiteChooser::SiteChooser() : shown_(siteHost().isEmpty()) {
   connect(&field_, &TextField::shouldReturn, this, &SiteChooser::use);
 }
@@ -21,6 +46,7 @@ void SiteChooser::open() {
 }
 
 void SiteChooser::close() {
+  starting_ = false;
   shown_ = !canClose();
   emit changed();
 }
@@ -42,13 +68,22 @@ void SiteChooser::use() {
     refuse(tr("That is not the name of a site. Enter one like www.example.org."));
     return;
   }
-  SiteConfiguration configuration = SiteConfiguration::current();
+  // A demo site that is still starting comes too late.
+  starting_ = false;
+  SiteConfiguration configuration = withoutDemo();
   configuration.siteHost = host;
   SiteConfiguration::setCurrent(std::move(configuration));
-  problem_ = SiteConfiguration::saveSiteHost(SiteConfiguration::defaultFile(), host)
-                 ? QString()
-                 : tr("The site is used now, but could not be stored in %1.")
-                       .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()));
+  const std::filesystem::path file = SiteConfiguration::defaultFile();
+  if (!SiteConfiguration::saveSiteHost(file, host)) {
+    Alert alert;
+    alert.title = tr("Site").toStdString();
+    alert.message = tr("%1 is used now, but could not be stored in %2.")
+                        .arg(QString::fromStdString(host), QString::fromStdString(file.string()))
+                        .toStdString();
+    alert.buttons = {"Ok"};
+    Alerts::show(std::move(alert));
+  }
+  problem_.clear();
   field_.resignFirstResponder();
   shown_ = false;
   emit changed();
@@ -59,7 +94,7 @@ void SiteChooser::useDemo() {
   emit changed();
   DemoSiteProcess::sharedInstance().start(
       [self = QPointer<SiteChooser>(this)](const QString& host) {
-        if (self == nullptr) {
+        if (self == nullptr || !self->starting_) {
           return;
         }
         self->starting_ = false;
@@ -67,7 +102,8 @@ void SiteChooser::useDemo() {
           self->refuse(tr("The demo site could not be started."));
           return;
         }
-        SiteConfiguration configuration = SiteConfiguration::current();
+        SiteConfiguration configuration = withoutDemo();
+        replaced() = Replaced{host, configuration};
         configuration.siteHost = host.toStdString();
         configuration.noticeHost = configuration.siteHost;
         configuration.forumHost = configuration.siteHost + "/forum";

@@ -1,8 +1,11 @@
 #include "shell/SwitchViewController.h"
 
+#include <algorithm>
+
 #include "PreferencesKeys.h"
 #include "platform/MainThread.h"
 #include "platform/Preferences.h"
+#include "platform/SiteConfiguration.h"
 #include "shell/TabAssembly.h"
 #include "site/SiteSession.h"
 #include "toolkit/WebCookies.h"
@@ -34,7 +37,9 @@ void SwitchViewController::viewWillDisappear() {
 
 bool SwitchViewController::hasBackgroundWork() const {
   return (loginViewController_ != nullptr && loginViewController_->hasBackgroundWork()) ||
-         (tabBarController_ != nullptr && tabBarController_->hasBackgroundWork());
+         (tabBarController_ != nullptr && tabBarController_->hasBackgroundWork()) ||
+         std::ranges::any_of(formerTabs_,
+                             [](const auto& tabs) { return tabs->hasBackgroundWork(); });
 }
 
 void SwitchViewController::loadLoginView() {
@@ -47,14 +52,20 @@ void SwitchViewController::switchViews() {
   // The screen that asked for the switch is still at work when it is replaced.
   const std::shared_ptr<LoginViewController> leaving = loginViewController_;
   if (!showLogin_) {
-    if (tabBarController_ == nullptr) {
+    const std::string& site = SiteConfiguration::current().siteHost;
+    if (tabBarController_ == nullptr || tabsSite_ != site) {
+      dropTabs();
       buildTabs();
+      tabsSite_ = site;
     }
     leaving->viewWillDisappear();
     showLogin_ = true;
     sessionValidated_ = true;
     emit switched();
     tabBarController_->viewWillAppear();
+    if (!showLogin_) {
+      return;  // The remembered tab was the one that logs out.
+    }
     if (tabBarController_->selectedIndex() != 0) {
       // The first list appears whatever tab is selected.
       tabBarController_->viewControllers().front()->appear();
@@ -66,6 +77,14 @@ void SwitchViewController::switchViews() {
   loadLoginView();
   showLogin_ = false;
   emit switched();
+}
+
+void SwitchViewController::dropTabs() {
+  std::erase_if(formerTabs_, [](const auto& tabs) { return !tabs->hasBackgroundWork(); });
+  if (tabBarController_ != nullptr) {
+    tabBarController_->setDelegate(nullptr);
+    formerTabs_.push_back(std::move(tabBarController_));
+  }
 }
 
 void SwitchViewController::buildTabs() {

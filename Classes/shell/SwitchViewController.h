@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "shell/LoginViewController.h"
 #include "toolkit/TabBarController.h"
@@ -9,8 +11,8 @@
 namespace veltramoor {
 
 /// Shows the login screen or the tab bar, and nothing but `switchViews` changes which. The tabs are
-/// built by the first login and kept from then on; every return to the login screen makes a fresh
-/// one. Main thread only.
+/// built by the first login and kept until a login to another site; every return to the login
+/// screen makes a fresh one. Main thread only.
 class SwitchViewController : public veltramoor::ViewController, public TabBarControllerDelegate {
   Q_OBJECT
   Q_PROPERTY(bool showLogin READ showLogin NOTIFY switched)
@@ -50,10 +52,15 @@ class SwitchViewController : public veltramoor::ViewController, public TabBarCon
  private:
   void loadLoginView();
   void buildTabs();
+  void dropTabs();
   void sessionInvalidatedResponse(const HttpRequest& answer);
 
   std::shared_ptr<LoginViewController> loginViewController_;
   std::shared_ptr<TabBarController> tabBarController_;
+  // The site that the tabs show.
+  std::string tabsSite_;
+  // Tabs of another site, for as long as something of theirs is under way.
+  std::vector<std::shared_ptr<TabBarController>> formerTabs_;
   bool showLogin_ = false;
   bool sessionValidated_ = true;
 };

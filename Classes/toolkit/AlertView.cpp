@@ -14,7 +14,12 @@ QString AlertView::title() const {
 }
 
 QString AlertView::message() const {
-  return alerts_.empty() ? QString() : QString::fromStdString(alerts_.front().message);
+  if (alerts_.empty()) {
+    return {};
+  }
+  // A server's text may be of any size; laying out megabytes would hold the window up for seconds.
+  QString text = QString::fromStdString(alerts_.front().message.substr(0, 4 * kLongestMessage));
+  return text.size() <= kLongestMessage ? text : text.left(kLongestMessage) + QChar(0x2026);
 }
 
 QStringList AlertView::buttons() const {

@@ -19,6 +19,9 @@ class AlertView : public QObject, public AlertPresenter {
   Q_PROPERTY(QStringList buttons READ buttons NOTIFY changed)
 
  public:
+  /// A longer message is cut, in UTF-16 units.
+  static constexpr qsizetype kLongestMessage = 4000;
+
   using QObject::QObject;
 
   void show(Alert alert) override;

@@ -64,40 +64,56 @@ ViewController* NavigationController::topViewController() const {
   return stack_.controllers().back().get();
 }
 
+void NavigationController::leaveTop() {
+  if (visible_) {
+    topViewController()->viewWillDisappear();
+  }
+}
+
+void NavigationController::showTop() {
+  if (visible_) {
+    topViewController()->appear();
+  }
+  emit stackChanged();
+  if (visible_) {
+    topViewController()->viewDidAppear();
+  }
+}
+
 void NavigationController::pushViewController(const std::shared_ptr<ViewController>& controller) {
-  topViewController()->viewWillDisappear();
+  leaveTop();
   controller->navigationController_ = this;
-  controller->appear();
+  if (visible_) {
+    controller->appear();
+  }
   stack_.push(controller);
   emit stackChanged();
-  controller->viewDidAppear();
+  if (visible_) {
+    controller->viewDidAppear();
+  }
 }
 
 void NavigationController::popViewController() {
   if (depth() < 2) {
     return;
   }
-  topViewController()->viewWillDisappear();
+  leaveTop();
   const std::shared_ptr<ViewController> removed = stack_.pop();
   removed->navigationController_ = nullptr;
-  topViewController()->appear();
-  emit stackChanged();
-  topViewController()->viewDidAppear();
+  showTop();
 }
 
 void NavigationController::popToRootViewController() {
   if (depth() < 2) {
     return;
   }
-  topViewController()->viewWillDisappear();
+  leaveTop();
   std::vector<std::shared_ptr<ViewController>> removed;
   while (depth() > 1) {
     removed.push_back(stack_.pop());
     removed.back()->navigationController_ = nullptr;
   }
-  topViewController()->appear();
-  emit stackChanged();
-  topViewController()->viewDidAppear();
+  showTop();
 }
 
 void NavigationController::setNavigationBarHidden(bool hidden) {
@@ -107,11 +123,17 @@ void NavigationController::setNavigationBarHidden(bool hidden) {
   }
 }
 
-void NavigationController::viewWillAppear() { topViewController()->appear(); }
+void NavigationController::viewWillAppear() {
+  visible_ = true;
+  topViewController()->appear();
+}
 
 void NavigationController::viewDidAppear() { topViewController()->viewDidAppear(); }
 
-void NavigationController::viewWillDisappear() { topViewController()->viewWillDisappear(); }
+void NavigationController::viewWillDisappear() {
+  visible_ = false;
+  topViewController()->viewWillDisappear();
+}
 
 bool NavigationController::hasBackgroundWork() const {
   return std::ranges::any_of(

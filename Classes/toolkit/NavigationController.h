@@ -38,7 +38,8 @@ class ViewControllerStack : public QAbstractListModel {
   std::vector<std::shared_ptr<ViewController>> controllers_;
 };
 
-/// Shows the topmost screen of its stack, with a bar that leads back.
+/// Shows the topmost screen of its stack, with a bar that leads back. While it is not on show
+/// itself, its screens change without appearing or disappearing.
 class NavigationController : public veltramoor::ViewController {
   Q_OBJECT
   Q_PROPERTY(veltramoor::ViewControllerStack* stack READ stack CONSTANT)
@@ -84,6 +85,10 @@ class NavigationController : public veltramoor::ViewController {
   ViewControllerStack stack_;
   BarStyle barStyle_ = BarStyle::Default;
   bool navigationBarHidden_ = false;
+  bool visible_ = false;
+
+  void leaveTop();
+  void showTop();
 };
 
 }  // namespace veltramoor

@@ -31,10 +31,25 @@ class Slider : public QObject {
 
   /// The person's drag, and its end.
   Q_INVOKABLE void moveTo(double value) {
+    if (!dragged_) {
+      dragged_ = true;
+      atRest_ = value_;
+    }
     setValue(value);
     emit moved();
   }
-  Q_INVOKABLE void release() { emit released(); }
+  Q_INVOKABLE void release() {
+    dragged_ = false;
+    emit released();
+  }
+  /// Ends a drag as if it had not begun.
+  Q_INVOKABLE void takeBack() {
+    if (dragged_) {
+      dragged_ = false;
+      setValue(atRest_);
+      emit moved();
+    }
+  }
 
  signals:
   void changed();
@@ -45,6 +60,8 @@ class Slider : public QObject {
   double minimum_;
   double maximum_;
   double value_;
+  bool dragged_ = false;
+  double atRest_ = 0;
 };
 
 }  // namespace veltramoor

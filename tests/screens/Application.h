@@ -106,6 +106,13 @@ class Application {
   }
   void tapSend(int index) const { click(itemNamed(row(index), QStringLiteral("sendButton"))); }
   void type(Qt::Key key) const { QTest::keyClick(window_, key); }
+  /// Long enough for the keyboard to repeat it.
+  void hold(Qt::Key key) const {
+    for (int i = 0; i < 20; ++i) {
+      QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, {}, i > 0);
+      QCoreApplication::sendEvent(window_, &held);
+    }
+  }
   void typeText(const char* text) const {
     for (; *text != 0; ++text) {
       QTest::keyClick(window_, *text);

@@ -2,7 +2,6 @@
 #include <QElapsedTimer>
 
 #include <QTimer>
-#include <filesystem>
 #include "ScreenTest.h"
 
 #include "platform/Bundle.h"
@@ -22,7 +21,6 @@ class LoginTest : public test::ScreenTest {
  protected:
   LoginTest() { setNoticeHost(site_.host()); }
   ~LoginTest() override {
-    DemoSiteProcess::sharedInstance().stop();
     if (login_ != nullptr) {
       EXPECT_TRUE(waitFor([this] { return !login_->hasBackgroundWork(); }));
       QCoreApplication::processEvents();
@@ -119,6 +117,13 @@ TEST_F(LoginTest, SwitchesAndFieldsAreStoredAndReadBack) {
   again.anonymousLogin()->toggle();
   EXPECT_EQ(store_.string("Veltramoor_password"), "p") << "what was typed is kept first";
   EXPECT_EQ(again.password()->text(), QString());
+  again.anonymousLogin()->toggle();
+  for (TextField* field : {again.username(), again.password()}) {
+    field->becomeFirstResponder();
+    field->resignFirstResponder();
+  }
+  EXPECT_EQ(store_.string("Veltramoor_username"), "bo") << "passing through deletes nothing";
+  EXPECT_EQ(store_.string("Veltramoor_password"), "p");
   again.automaticLogin()->toggle();
   EXPECT_EQ(store_.string("Veltramoor_automaticLogin"), "NO");
   EXPECT_FALSE(again.hasBackgroundWork()) << "return starts no login";
@@ -267,6 +272,28 @@ TEST_F(LoginTest, ANoticeServerHoldsNobodyUpForMoreThanThreeSeconds) {
   EXPECT_EQ(dripping.hits(), 1U);
 }
 
+// The window closed during the wait is the end of the program, not of the wait.
+TEST_F(LoginTest, ClosingDuringTheNoticeCheckLogsNobodyIn) {
+  const test::RawServer silent([](const test::RecordedRequest&) { return test::RawReply::hang(); });
+  setNoticeHost(silent.hostAndPort());
+  load();
+  QTimer::singleShot(0, [this] { login_->login(); });
+  QTimer watching;
+  QObject::connect(&watching, &QTimer::timeout, [&] {
+    if (silent.hits() == 1) {
+      QCoreApplication::quit();
+    }
+  });
+  watching.start(20);
+  QElapsedTimer ran;
+  ran.start();
+  QCoreApplication::exec();
+  EXPECT_LT(ran.elapsed(), 2500);
+  EXPECT_EQ(silent.hits(), 1U);
+  EXPECT_EQ(switches_, 0);
+  EXPECT_FALSE(delegate_.alertView()->isVisible());
+}
+
 TEST_F(LoginTest, KeyboardAndDeviceMoveTheScreen) {
   LoginViewController& login = load();
   int moves = 0;
@@ -289,40 +316,6 @@ TEST_F(LoginTest, KeyboardAndDeviceMoveTheScreen) {
     EXPECT_EQ(login.backgroundImage(), image);
   }
   device.setScreenSize(before);
-}
-
-TEST_F(LoginTest, WithoutASiteItAsksForOneAndStoresIt) {
-  SiteConfiguration::setCurrent({});
-  store_.setString("Veltramoor_automaticLogin", "YES");
-  LoginViewController& login = load();
-  SiteChooser& site = *login.site();
-  EXPECT_TRUE(site.isShown());
-  login.tryAutoLogin();
-  EXPECT_FALSE(login.hasBackgroundWork()) << "there is nothing to log in to";
-  for (const char* wrong : {"", "   ", "two words", "a/b", "user:secret@host"}) {
-    site.field()->setText(wrong);
-    site.use();
-    EXPECT_TRUE(site.isShown()) << wrong;
-    EXPECT_FALSE(site.problem().isEmpty()) << wrong;
-    EXPECT_FALSE(site.problem().contains("secret"));
-  }
-  site.field()->setText(" http://index.test:8080/ ");
-  site.field()->returnPressed();
-  EXPECT_FALSE(site.isShown());
-  EXPECT_EQ(site.problem(), QString());
-  EXPECT_EQ(SiteConfiguration::current().siteHost, "index.test:8080");
-  EXPECT_EQ(SiteConfiguration::load(SiteConfiguration::defaultFile(), nullptr).siteHost,
-            "index.test:8080");
-  site.open();
-  EXPECT_TRUE(site.isShown());
-  site.close();
-  EXPECT_FALSE(site.isShown());
-  site.useDemo();
-  ASSERT_TRUE(waitFor([&] { return site.siteHost().startsWith("127.0.0.1:"); }));
-  EXPECT_EQ(SiteConfiguration::load(SiteConfiguration::defaultFile(), nullptr).siteHost,
-            "index.test:8080")
-      << "the demo site is for this run alone";
-  std::filesystem::remove(SiteConfiguration::defaultFile());
 }
 
 TEST_F(LoginTest, ThePanelShowsTheVersionAloneAndTheDonationLeavesTheApplication) {

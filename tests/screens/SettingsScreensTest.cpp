@@ -189,6 +189,23 @@ TEST_F(SettingsScreensTest, AWheelThatWasDraggedChoosesWhereItComesToRest) {
   EXPECT_EQ(stored("searchCategory"), std::to_string(100 * row));
 }
 
+// The screen may be left before the wheel stands still: what was in the band then is the choice.
+TEST_F(SettingsScreensTest, AWheelThatStillTurnsWhenItsScreenIsLeftChooses) {
+  open<SearchDisplaySettingsViewController>();
+  QPoint at = app_.item("groupWheel")->mapToScene({60, 190}).toPoint();
+  QTest::mousePress(app_.window(), Qt::LeftButton, {}, at);
+  for (int i = 0; i < 12; ++i) {
+    at.ry() -= 10;
+    QTest::mouseMove(app_.window(), at, 20);
+  }
+  ASSERT_TRUE(app_.item("groupWheelList")->property("moving").toBool());
+  const int row = app_.item("groupWheelList")->property("currentIndex").toInt();
+  ASSERT_GT(row, 0);
+  app_.type(Qt::Key_Escape);
+  expectClosed();
+  EXPECT_EQ(stored("searchCategory"), std::to_string(100 * row));
+}
+
 TEST_F(SettingsScreensTest, ChoosesByKeys) {
   open<RecentDisplaySettingsViewController>();
   app_.type(Qt::Key_Right);
@@ -272,14 +289,25 @@ TEST_F(SettingsScreensTest, TheSliderStoresWhatItIsLetGoAt) {
   QTest::mouseRelease(app_.window(), Qt::LeftButton, {}, right);
   EXPECT_EQ(stored("favoritesCount"), "50");
   EXPECT_EQ(rings(), 0);
+  // Let go far from the slider, the drag is taken back; a little beside it counts.
+  for (const auto& [below, count] : {std::pair<int, const char*>{200, "50"}, {40, "28"}}) {
+    QTest::mousePress(app_.window(), Qt::LeftButton, {}, right);
+    QTest::mouseMove(app_.window(), (left + right) / 2);
+    EXPECT_EQ(label(), "28");
+    QTest::mouseMove(app_.window(), (left + right) / 2 + QPoint(0, below));
+    QTest::mouseRelease(app_.window(), Qt::LeftButton, {}, (left + right) / 2 + QPoint(0, below));
+    EXPECT_EQ(label(), count);
+    EXPECT_EQ(stored("favoritesCount"), count);
+  }
   struct Case {
     Qt::Key key;
     const char* count;
   };
   for (const Case& one :
-       {Case{Qt::Key_Left, "49"}, Case{Qt::Key_Home, "5"}, Case{Qt::Key_Left, "5"},
-        Case{Qt::Key_Right, "6"}, Case{Qt::Key_Up, "7"}, Case{Qt::Key_PageUp, "12"},
-        Case{Qt::Key_End, "50"}, Case{Qt::Key_PageDown, "45"}, Case{Qt::Key_Down, "44"}}) {
+       {Case{Qt::Key_End, "50"}, Case{Qt::Key_Left, "49"}, Case{Qt::Key_Home, "5"},
+        Case{Qt::Key_Left, "5"}, Case{Qt::Key_Right, "6"}, Case{Qt::Key_Up, "7"},
+        Case{Qt::Key_PageUp, "12"}, Case{Qt::Key_End, "50"}, Case{Qt::Key_PageDown, "45"},
+        Case{Qt::Key_Down, "44"}}) {
     app_.type(one.key);
     EXPECT_EQ(stored("favoritesCount"), one.count);
     EXPECT_EQ(label(), one.count);

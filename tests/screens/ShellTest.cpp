@@ -150,6 +150,47 @@ TEST_F(ShellTest, AStoredTabThatIsNoneOpensTheFirst) {
   ASSERT_TRUE(idle(app));
 }
 
+TEST_F(ShellTest, AStoredLogoutTabLogsOutOnce) {
+  store_.setNumber("Veltramoor_tab", 10);
+  store_.setString("Veltramoor_automaticLogin", "YES");
+  {
+    Application app(nullptr);
+    ASSERT_TRUE(waitFor([&] {
+      return app.root().tabBarController() != nullptr && !app.root().hasBackgroundWork();
+    }));
+    EXPECT_FALSE(app.root().showLogin());
+    EXPECT_EQ(store_.number("Veltramoor_tab"), 0);
+  }
+  Application again(nullptr);
+  ASSERT_TRUE(again.waitForItem("tabBar"));
+  ASSERT_TRUE(idle(again));
+  EXPECT_TRUE(again.root().showLogin());
+}
+
+TEST_F(ShellTest, AnotherSiteGetsTabsOfItsOwn) {
+  const DemoSite other;
+  Application app(nullptr);
+  app.root().switchViews();
+  ASSERT_TRUE(idle(app));
+  const TabBarController* first = app.root().tabBarController();
+  app.root().logout();
+  app.root().switchViews();
+  EXPECT_EQ(app.root().tabBarController(), first) << "the same site keeps them";
+  ASSERT_TRUE(idle(app));
+  app.root().logout();
+  SiteConfiguration configuration = SiteConfiguration::current();
+  configuration.siteHost = other.host();
+  SiteConfiguration::setCurrent(configuration);
+  EXPECT_TRUE(other.log().empty());
+  app.root().switchViews();
+  EXPECT_NE(app.root().tabBarController(), first);
+  ASSERT_TRUE(idle(app));
+  ASSERT_FALSE(other.log().empty());
+  EXPECT_EQ(other.log().back().target, "/recent/0") << "no rows of the first site are left";
+  EXPECT_EQ(app.root().tabBarController()->viewControllers()[9]->tabBarItem()->title(),
+            QString::fromStdString(other.host()));
+}
+
 TEST_F(ShellTest, ASessionThatTheSiteForgotIsRenewedOrEnded) {
   Application app(nullptr);
   app.root().switchViews();
@@ -253,6 +294,27 @@ TEST_F(TabBarTest, ScreensAppearAndDisappearOnceEach) {
   EXPECT_EQ(tabs_.selectedIndex(), 10) << "a disabled tab cannot be chosen";
   tabs_.setSelectedIndex(11);
   EXPECT_EQ(tabs_.selectedIndex(), 10);
+}
+
+// A logout empties every stack; of the screens beneath, only what is on show may appear and fetch.
+TEST_F(TabBarTest, AHiddenStackChangesWithoutAppearing) {
+  const auto stack = std::make_shared<NavigationController>(screens_[0]);
+  tabs_.setViewControllers({stack, screens_[1]});
+  tabs_.viewWillAppear();
+  stack->pushViewController(screens_[2]);
+  EXPECT_EQ(screens_[2]->appearances, 1);
+  tabs_.didSelectSlot(1);
+  EXPECT_EQ(screens_[2]->disappearances, 1);
+  stack->popToRootViewController();
+  stack->pushViewController(screens_[3]);
+  EXPECT_EQ(screens_[0]->appearances, 1);
+  EXPECT_EQ(screens_[2]->disappearances, 1);
+  EXPECT_EQ(screens_[3]->appearances, 0);
+  tabs_.didSelectSlot(0);
+  EXPECT_EQ(screens_[3]->appearances, 1);
+  stack->popViewController();
+  EXPECT_EQ(screens_[3]->disappearances, 1);
+  EXPECT_EQ(screens_[0]->appearances, 2);
 }
 
 TEST_F(TabBarTest, AScreenThatLogsOutWhileItAppearsLeavesTheFirstTabSelected) {

@@ -80,6 +80,36 @@ TEST_F(WindowTest, AFailedSendShowsOneAlertThatTheKeyboardCloses) {
   ASSERT_TRUE(waitFor([&] { return app.list().sendingTorrentCount() == 0; }));
 }
 
+// A message of any length leaves its button in reach, on the smallest window, too.
+TEST_F(WindowTest, ALongAlertIsScrolled) {
+  Application app;
+  app.window()->resize(320, 480);
+  ASSERT_TRUE(app.waitForRows(30));
+  Alert alert;
+  alert.title = std::string(120, 'T') + " " + std::string(120, 'T');
+  alert.message = std::string(2'000'000, 'm');
+  alert.buttons = {"OK", "Other"};
+  Alerts::show(alert);
+  ASSERT_TRUE(app.waitForItem("alertBox"));
+  EXPECT_EQ(app.alert().message().size(), AlertView::kLongestMessage + 1);
+  QQuickItem* last = app.item("alertButton1");
+  ASSERT_TRUE(waitFor([&] { return app.window()->height() == 480 && last->height() > 0; }));
+  EXPECT_LE(last->mapToScene(QPointF(0, last->height())).y(), 480);
+  EXPECT_GE(app.item("alertTitle")->mapToScene(QPointF()).y(), 0);
+  QQuickItem* scroll = app.item("alertScroll");
+  EXPECT_GT(scroll->height(), 40);
+  app.type(Qt::Key_Down);
+  app.type(Qt::Key_PageDown);
+  EXPECT_GT(scroll->property("contentY").toDouble(), 40);
+  for (int i = 0; i < 100; ++i) {
+    app.type(Qt::Key_PageDown);
+  }
+  EXPECT_EQ(scroll->property("contentY").toDouble(),
+            scroll->property("contentHeight").toDouble() - scroll->height());
+  app.click(last);
+  EXPECT_FALSE(app.alert().isVisible());
+}
+
 TEST_F(WindowTest, ARefreshShowsTheFirstRowBeneathTheHeader) {
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
@@ -101,10 +131,7 @@ TEST_F(WindowTest, AHeldKeySendsOnce) {
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
   app.type(Qt::Key_Home);
-  for (int i = 0; i < 20; ++i) {
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), i > 0);
-    QCoreApplication::sendEvent(app.window(), &held);
-  }
+  app.hold(Qt::Key_Space);
   EXPECT_EQ(app.list().sendingTorrentCount(), 1);
 }
 
