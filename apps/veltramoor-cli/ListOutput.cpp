@@ -34,6 +34,9 @@ void printRows(const std::vector<Torrent>& torrents, bool json) {
     fmt::print("{}\n", jsonText(rows, 2));
     return;
   }
+  if (torrents.empty()) {
+    fail(kDone, "No torrents.");
+  }
   int row = 0;
   for (const Torrent& torrent : torrents) {
     fmt::print("{:3} {} {}  {}  {}  up {}  down {}\n", ++row, torrent.isDownloaded ? '*' : ' ',

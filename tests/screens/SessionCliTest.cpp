@@ -1,4 +1,9 @@
 // Signing in and out in the terminal, each command a process of its own.
+#include <pty.h>
+#include <sys/wait.h>
+#include <termios.h>
+
+#include <csignal>
 #include <nlohmann/json.hpp>
 
 #include "ScreenTest.h"
@@ -39,6 +44,39 @@ TEST_F(SessionCliTest, ASessionLastsFromLoginToLogout) {
   EXPECT_EQ(status_, 1);
   run({"login", "anna", "--password", "on the command line"});
   EXPECT_EQ(status_, 2);
+}
+
+// What the shell gets back when the question for the password was broken off.
+TEST_F(SessionCliTest, ABrokenOffLoginLeavesATerminalThatEchoes) {
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    const std::string program = std::string(VELTRAMOOR_BIN_DIR) + "/veltramoor-cli";
+    setenv("XDG_DATA_HOME", state_.path().c_str(), 1);
+    execl(program.c_str(), program.c_str(), "--site-host", site_.host().c_str(), "login", "anna",
+          nullptr);
+    _exit(127);
+  }
+  const auto echoes = [&] {
+    termios state{};
+    EXPECT_EQ(tcgetattr(terminal, &state), 0);
+    return (state.c_lflag & ECHO) != 0;
+  };
+  std::string shown;
+  while (shown.find("Password: ") == std::string::npos) {
+    char text[100];
+    const ssize_t count = read(terminal, text, sizeof text);
+    ASSERT_GT(count, 0) << shown;
+    shown.append(text, static_cast<std::size_t>(count));
+  }
+  EXPECT_FALSE(echoes());
+  ASSERT_EQ(write(terminal, "sec\x1aret\x03", 8), 8);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT);
+  EXPECT_TRUE(echoes());
+  close(terminal);
 }
 
 }  // namespace
