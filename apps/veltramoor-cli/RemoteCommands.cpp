@@ -2,9 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include <iostream>
-
 #include "Commands.h"
+#include "PasswordPrompt.h"
 #include "platform/Preferences.h"
 #include "remote/BitClient.h"
 #include "remote/FetchPageRemoteUI.h"
@@ -45,8 +44,7 @@ int remoteSet(const RemoteArguments& arguments) {
   }
   std::optional<std::string> password;
   if (arguments.passwordFromInput) {
-    password.emplace();
-    std::getline(std::cin, *password);
+    password = readPassword();
   }
   ServerInfo& info = ServerInfo::sharedInstance();
   const Preferences& preferences = Preferences::sharedInstance();

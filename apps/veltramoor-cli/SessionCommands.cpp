@@ -1,13 +1,9 @@
 #include <fmt/format.h>
-#include <termios.h>
-#include <unistd.h>
 
-#include <array>
-#include <csignal>
-#include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "Commands.h"
+#include "PasswordPrompt.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/UrlLoading.h"
 #include "site/FetchPageLoginCheck.h"
@@ -19,49 +15,6 @@ namespace veltramoor::cli {
 namespace {
 
 using Page = std::shared_ptr<HttpRequest>;
-
-// For the signal handler, which can be given nothing else.
-termios echoing{};
-
-// Ends the program as the signal would have, on a terminal that shows again what is typed.
-void endEchoing(int signal) {
-  ::tcsetattr(STDIN_FILENO, TCSANOW, &echoing);
-  std::signal(signal, SIG_DFL);
-  std::raise(signal);
-}
-
-// Keeps what is typed at a terminal off the screen.
-class Unseen {
- public:
-  Unseen() : isTerminal_(::isatty(STDIN_FILENO) == 1 && ::tcgetattr(STDIN_FILENO, &echoing) == 0) {
-    if (!isTerminal_) {
-      return;
-    }
-    for (const int signal : kEnding) {
-      std::signal(signal, endEchoing);
-    }
-    termios quiet = echoing;
-    quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    quiet.c_cc[VSUSP] = _POSIX_VDISABLE;  // A stopped program would leave the terminal mute.
-    ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
-    fmt::print(stderr, "Password: ");
-  }
-  ~Unseen() {
-    if (isTerminal_) {
-      ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &echoing);
-      for (const int signal : kEnding) {
-        std::signal(signal, SIG_DFL);
-      }
-      fmt::print(stderr, "\n");
-    }
-  }
-  Unseen(const Unseen&) = delete;
-  Unseen& operator=(const Unseen&) = delete;
-
- private:
-  static constexpr std::array kEnding{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
-  bool isTerminal_;
-};
 
 template <typename Operation, typename... Arguments>
 Page exchange(Terminal& terminal, const std::string& address, Arguments&&... arguments) {
@@ -97,11 +50,7 @@ int login(Terminal& terminal, const std::string& username, bool json) {
   if (SiteConfiguration::current().siteHost.empty()) {
     return noSite();
   }
-  std::string password;
-  {
-    const Unseen unseen;
-    std::getline(std::cin, password);
-  }
+  const std::string password = readPassword();
   const Page page = exchange<FetchPageSignIn>(terminal, loginAddress(), username, password);
   const LoginOutcome outcome = judgeLogin(*page);
   return outcome.loggedIn ? tell(json) : fail(kRefused, outcome.message);
