@@ -23,7 +23,7 @@ Item {
             // qmllint disable unqualified
             height: root.height
             // qmllint enable unqualified
-            label: button.label
+            label: button.marked ? qsTr("%1, done").arg(button.label) : button.label
             enabled: button.enabled
             visible: !button.hidden
             onClicked: button.click()
@@ -31,6 +31,12 @@ Item {
             Image {
                 anchors.centerIn: parent
                 source: App.imageUrl(place.button.image)
+            }
+            Image {
+                objectName: place.button.name + "Mark"
+                anchors { right: parent.right; rightMargin: 8; bottom: parent.bottom; bottomMargin: 6 }
+                visible: place.button.marked
+                source: App.imageUrl("sent.png")
             }
         }
     }

@@ -28,6 +28,19 @@ FocusScope {
             id: form
             width: parent.width
 
+            Text {
+                objectName: "settingsExplanation"
+                visible: text.length > 0
+                x: 20
+                y: 64
+                width: form.width - 40
+                wrapMode: Text.WordWrap
+                text: root.controller.explanation
+                textFormat: Text.PlainText
+                color: Theme.text
+                font { family: Theme.fontFamily; pixelSize: 15 }
+            }
+
             Repeater {
                 id: parts
                 model: root.controller.infoView

@@ -35,6 +35,11 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.controller.title
 
+        // The key that brought the focus shows where it is.
+        Keys.onReleased: event => {
+            if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0)
+                currentIndex = 0
+        }
         Keys.onPressed: event => {
             switch (event.key) {
             case Qt.Key_Delete:

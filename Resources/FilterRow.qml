@@ -79,7 +79,7 @@ Item {
                 textFormat: Text.PlainText
                 wrapMode: Text.WordWrap
                 color: Theme.trouble
-                font { family: Theme.fontFamily; pixelSize: 11 }
+                font { family: Theme.fontFamily; pixelSize: 13 }
             }
         }
 

@@ -74,7 +74,7 @@ Item {
             IconButton {
                 objectName: "searchBtn"
                 label: qsTr("Search settings")
-                image: "search.png"
+                image: "settings.png"
                 height: buttons.side
                 button: root.header.searchBtn
                 onClicked: root.header.search()

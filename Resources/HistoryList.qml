@@ -58,6 +58,13 @@ FocusScope {
         }
         // qmllint enable unqualified
 
+        // The key that brought the focus shows where it is.
+        Keys.onReleased: event => {
+            if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0) {
+                keyboardInUse = true
+                currentIndex = 0
+            }
+        }
         Keys.onPressed: event => {
             keyboardInUse = true
             switch (event.key) {
@@ -65,7 +72,6 @@ FocusScope {
             case Qt.Key_End: currentIndex = count - 1; break
             case Qt.Key_PageDown: currentIndex = Math.min(count - 1, currentIndex + 10); break
             case Qt.Key_PageUp: currentIndex = Math.max(0, currentIndex - 10); break
-            case Qt.Key_Escape: opened = null; break
             case Qt.Key_Delete:
             case Qt.Key_Backspace: {
                 const row = currentIndex

@@ -85,7 +85,7 @@ FocusScope {
                     anchors.horizontalCenter: parent.horizontalCenter
                     visible: !root.controller.site.shown
                     enabled: root.controller.loginBtn.enabled
-                    label: root.controller.site.siteHost
+                    label: root.controller.site.siteLabel
                     Accessible.name: qsTr("Site %1, change").arg(root.controller.site.siteHost)
                     onClicked: root.controller.site.open()
                 }

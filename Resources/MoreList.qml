@@ -29,6 +29,11 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.controller.title
 
+        // The key that brought the focus shows where it is.
+        Keys.onReleased: event => {
+            if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0)
+                currentIndex = 0
+        }
         Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
         Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
         Keys.onSpacePressed: root.controller.didSelectRowAtIndexPath(currentIndex)

@@ -40,15 +40,19 @@ FocusScope {
 
                 required property int index
                 required property ViewController controller
-                readonly property TabBarItem item: controller.tabBarItem
                 // qmllint disable unqualified
                 readonly property bool selected: root.controller.selectedSlot === index
+                // A screen chosen from the "More" list stands under its slot, which leads back.
+                readonly property bool leadsBack: selected && root.controller.overflowItem !== null
+                readonly property TabBarItem item: leadsBack ? root.controller.overflowItem
+                                                             : controller.tabBarItem
 
                 objectName: "tab" + index
                 width: Math.min(120, root.width / root.count)
                 height: root.height
-                enabled: item.enabled
-                label: item.title
+                enabled: controller.tabBarItem.enabled
+                label: leadsBack ? qsTr("%1, back to %2").arg(item.title).arg(controller.tabBarItem.title)
+                                 : item.title
                 Accessible.role: Accessible.PageTab
                 Accessible.selected: selected
                 onClicked: root.controller.didSelectSlot(index)
@@ -83,7 +87,7 @@ FocusScope {
                     }
                     horizontalAlignment: Text.AlignHCenter
                     elide: Text.ElideRight
-                    text: slot.item.title
+                    text: slot.leadsBack ? "\u2039 " + slot.item.title : slot.item.title
                     textFormat: Text.PlainText
                     color: slot.selected ? Theme.accent : Theme.text
                     font { family: Theme.fontFamily; pixelSize: 11 }

@@ -9,6 +9,16 @@ FocusScope {
 
     required property TabBarController controller
 
+    // Where a stack of screens has nothing to go back to, the key leads back to the "More" list.
+    readonly property NavigationController stack: controller.selectedViewController as NavigationController
+
+    Shortcut {
+        sequence: "Escape"
+        enabled: root.visible && root.enabled && root.controller.overflowItem !== null
+                 && (root.stack === null || root.stack.depth === 1)
+        onActivated: root.controller.backToMore()
+    }
+
     Item {
         id: content
         anchors { left: parent.left; right: parent.right; top: parent.top; bottom: bar.top }

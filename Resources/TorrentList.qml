@@ -80,6 +80,14 @@ FocusScope {
             event.accepted = true
         }
 
+        // The key that brought the focus shows where it is.
+        Keys.onReleased: event => {
+            if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0) {
+                keyboardInUse = true
+                currentIndex = 0
+            }
+        }
+
         Connections {
             target: root.table
             function onScrollToTopRequested(): void { list.toTop() }

@@ -295,6 +295,7 @@ void AllListViewController::downloadedFinished(const std::optional<std::string>&
   }
   if (name) {
     rows_.markDownloaded(*name);
+    emit torrentSent(*name);
   }
   rows_.reload();
   emit sendFinished(name.has_value());

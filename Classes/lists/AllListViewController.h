@@ -128,6 +128,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// After a page has been shown, whether it came or not; and after a send has ended.
   void pageLoaded(bool arrived);
   void sendFinished(bool sent);
+  /// After a torrent of that name has been sent.
+  void torrentSent(const std::string& name);
 
  protected:
   /// Address of page `page` by the settings of this moment; none when it cannot be a URL.

@@ -31,6 +31,7 @@ class DisplaySettingsViewController : public veltramoor::ViewController {
   Q_PROPERTY(veltramoor::SegmentedControl* order READ order CONSTANT)
   Q_PROPERTY(veltramoor::SegmentedControl* sort READ sort CONSTANT)
   Q_PROPERTY(veltramoor::DisplaySettingsParts* infoView READ infoView CONSTANT)
+  Q_PROPERTY(QString explanation READ explanation CONSTANT)
   Q_PROPERTY(QStringList groups READ groups CONSTANT)
   Q_PROPERTY(QStringList members READ members NOTIFY membersChanged)
   Q_PROPERTY(int selectedGroup READ selectedGroup NOTIFY pickerChanged)
@@ -62,6 +63,9 @@ class DisplaySettingsViewController : public veltramoor::ViewController {
   Q_INVOKABLE [[nodiscard]] static double widthForComponent(int component);
   /// The wheel `component` came to rest on `row`. A group selects its first member.
   Q_INVOKABLE virtual void didSelectRow(int row, int component);
+
+  /// What the choices are for, on a screen that says so in place of order and sort; else "".
+  [[nodiscard]] virtual QString explanation() const { return {}; }
 
   [[nodiscard]] SegmentedControl* order() { return &order_; }
   [[nodiscard]] SegmentedControl* sort() { return &sort_; }

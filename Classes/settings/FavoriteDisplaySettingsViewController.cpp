@@ -40,6 +40,12 @@ FavoriteDisplaySettingsViewController::sharedInstance() {
   return instance;
 }
 
+QString FavoriteDisplaySettingsViewController::explanation() const {
+  return tr(
+      "The newest pages of this category are fetched together, and of their torrents those are "
+      "shown that one of your filters accepts.\n\nMore pages find more, and take longer.");
+}
+
 void FavoriteDisplaySettingsViewController::movedFavoritesSlider() {
   favoritesCountValue_->setText(wholeNumber(favoritesCountSlider_.value()));
 }

@@ -17,6 +17,7 @@ class FavoriteDisplaySettingsViewController : public veltramoor::DisplaySettings
 
   static std::shared_ptr<FavoriteDisplaySettingsViewController> sharedInstance();
 
+  [[nodiscard]] QString explanation() const override;
   /// The label with the count on show.
   [[nodiscard]] DisplaySettingsPart* favoritesCountValue() const { return favoritesCountValue_; }
   [[nodiscard]] Slider* favoritesCountSlider() { return &favoritesCountSlider_; }

@@ -21,11 +21,12 @@ std::optional<Replaced>& replaced() {
   return shared;
 }
 
+bool isDemo() {
+  return replaced() && replaced()->demoHost.toStdString() == SiteConfiguration::current().siteHost;
+}
+
 SiteConfiguration withoutDemo() {
-  const SiteConfiguration& current = SiteConfiguration::current();
-  const auto& before = replaced();
-  return before && before->demoHost.toStdString() == current.siteHost ? before->configuration
-                                                                      : current;
+  return isDemo() ? replaced()->configuration : SiteConfiguration::current();
 }
 
 }  // namespace
@@ -36,6 +37,10 @@ SiteChooser::SiteChooser() : shown_(siteHost().isEmpty()) {
 
 QString SiteChooser::siteHost() const {
   return QString::fromStdString(SiteConfiguration::current().siteHost);
+}
+
+QString SiteChooser::siteLabel() const {
+  return isDemo() ? tr("Demo site (name demo, password demo)") : siteHost();
 }
 
 void SiteChooser::open() {

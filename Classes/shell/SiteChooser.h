@@ -15,6 +15,7 @@ class SiteChooser : public QObject {
   Q_OBJECT
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString siteHost READ siteHost NOTIFY changed)
+  Q_PROPERTY(QString siteLabel READ siteLabel NOTIFY changed)
   Q_PROPERTY(bool canClose READ canClose NOTIFY changed)
   Q_PROPERTY(bool demoOffered READ isDemoOffered NOTIFY changed)
   Q_PROPERTY(QString problem READ problem NOTIFY changed)
@@ -27,6 +28,8 @@ class SiteChooser : public QObject {
   [[nodiscard]] bool isShown() const { return shown_; }
   /// The site in use, "" for none.
   [[nodiscard]] QString siteHost() const;
+  /// What the person is told of it: for the demo site an account to sign in with, too.
+  [[nodiscard]] QString siteLabel() const;
   [[nodiscard]] bool canClose() const { return !siteHost().isEmpty(); }
   [[nodiscard]] bool isDemoOffered() const { return DemoSiteProcess::isInstalled() && !starting_; }
   /// One sentence on why the last choice could not be used; else "".

@@ -66,14 +66,26 @@ void TorrentWebViewController::viewDidLoad() {
   }
   forwardButton_ = add(right, "webForwardButton", tr("Next page"), "forward-toolbar.png", 65,
                        [this] { goForward(); });
-  add(right, "webDownloadButton", tr("Send to your computer"), "download-toolbar.png", 130, [this] {
-    if (torrent_) {
-      target()->send(*torrent_);
-    }
-  });
+  BarButton* send = add(right, "webDownloadButton", tr("Send to your computer"),
+                        "download-toolbar.png", 130, [this] { sendTorrent(); });
+  if (torrent_) {
+    send->setMarked(torrent_->isDownloaded);
+    connect(target(), &AllListViewController::torrentSent, send,
+            [this, send](const std::string& name) {
+              if (name == torrent_->name) {
+                send->setMarked(true);
+              }
+            });
+  }
   leftBarItem()->set(160, std::move(left));
   rightBarItem()->set(180, std::move(right));
   updateButtons();
+}
+
+void TorrentWebViewController::sendTorrent() {
+  if (torrent_) {
+    target()->send(*torrent_);
+  }
 }
 
 void TorrentWebViewController::updateButtons() {

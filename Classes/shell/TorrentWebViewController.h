@@ -32,6 +32,7 @@ class TorrentWebViewController final : public veltramoor::WebViewController {
  private:
   [[nodiscard]] std::optional<Url> pageUrl() const override { return url_; }
   void updateButtons();
+  void sendTorrent();
 
   std::optional<Url> url_;
   std::optional<std::string> imdb_;

@@ -18,6 +18,7 @@ class BarButton : public veltramoor::Button {
   Q_PROPERTY(QString label READ label CONSTANT)
   Q_PROPERTY(QString name READ name CONSTANT)
   Q_PROPERTY(double x READ x CONSTANT)
+  Q_PROPERTY(bool marked READ isMarked NOTIFY markedChanged)
 
  public:
   static constexpr double kWidth = 50;
@@ -32,6 +33,15 @@ class BarButton : public veltramoor::Button {
   [[nodiscard]] QString image() const { return image_; }
   [[nodiscard]] double x() const { return x_; }
 
+  /// Whether a check stands at the icon: what the button does has been done.
+  [[nodiscard]] bool isMarked() const { return marked_; }
+  void setMarked(bool marked) {
+    if (marked != marked_) {
+      marked_ = marked;
+      emit markedChanged();
+    }
+  }
+
   Q_INVOKABLE void click() {
     if (isEnabled() && !isHidden()) {
       emit clicked();
@@ -40,12 +50,14 @@ class BarButton : public veltramoor::Button {
 
  signals:
   void clicked();
+  void markedChanged();
 
  private:
   QString name_;
   QString label_;
   QString image_;
   double x_;
+  bool marked_ = false;
 };
 
 /// The buttons of one side of the bar, as rows with the one role "button".

@@ -78,6 +78,12 @@ void TabBarController::setSelectedIndex(std::uint64_t index) {
   }
 }
 
+TabBarItem* TabBarController::overflowItem() const {
+  const bool inBar = std::ranges::any_of(
+      bar_.controllers(), [this](const auto& controller) { return controller.get() == selected_; });
+  return inBar || selected_ == nullptr ? nullptr : selected_->tabBarItem();
+}
+
 int TabBarController::selectedSlot() const {
   const auto& controllers = bar_.controllers();
   const auto found = std::ranges::find(controllers, selected_,

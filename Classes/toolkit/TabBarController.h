@@ -41,6 +41,7 @@ class TabBarController : public veltramoor::ViewController {
   Q_PROPERTY(int selectedSlot READ selectedSlot NOTIFY selectionChanged)
   Q_PROPERTY(veltramoor::ViewController* selectedViewController READ selectedViewController NOTIFY
                  selectionChanged)
+  Q_PROPERTY(veltramoor::TabBarItem* overflowItem READ overflowItem NOTIFY selectionChanged)
   Q_PROPERTY(double tabBarHeight READ tabBarHeight CONSTANT)
 
  public:
@@ -71,6 +72,10 @@ class TabBarController : public veltramoor::ViewController {
   /// Every screen that can be selected, the "More" stack last.
   [[nodiscard]] ViewControllerStack* screens() { return &screens_; }
   [[nodiscard]] int selectedSlot() const;
+  /// Of the selected screen when it was chosen from the "More" list; else null.
+  [[nodiscard]] TabBarItem* overflowItem() const;
+  /// Leads from such a screen back to the list.
+  Q_INVOKABLE void backToMore() { choose(more_.get()); }
   /// The person's tap on a slot of the bar. On the selected one it leads back to the tab's first
   /// screen.
   Q_INVOKABLE void didSelectSlot(int slot);

@@ -3,6 +3,7 @@
 #include "ScreenTest.h"
 #include "platform/Bundle.h"
 #include "platform/CookieStorage.h"
+#include "remote/ServerInfo.h"
 #include "shell/LogoutViewController.h"
 #include "site/UserInfo.h"
 
@@ -208,6 +209,39 @@ TEST_F(ShellTest, ASessionThatTheSiteForgotIsRenewedOrEnded) {
         [&] { return app.root().showLogin() == valid && app.root().sessionValidated() == valid; }));
   }
   ASSERT_TRUE(app.waitForItem("loginView"));
+}
+
+// A screen from the "More" list is named under its slot; the slot and the Escape key lead back.
+TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
+  Application app(nullptr);
+  app.root().switchViews();
+  ASSERT_TRUE(idle(app));
+  app.click(app.item("tab4"));
+  ASSERT_TRUE(app.waitForItem("moreTable"));
+  app.type(Qt::Key_Tab);
+  for (int i = 0; i < 12 && app.item("moreTable")->property("currentIndex").toInt() < 0; ++i) {
+    app.type(Qt::Key_Tab);
+  }
+  EXPECT_EQ(app.item("moreTable")->property("currentIndex").toInt(), 0) << "the focus is seen";
+  const auto label = [&] { return app.item("tab4")->property("label").toString().toStdString(); };
+  EXPECT_EQ(label(), "More");
+  const auto open = [&](const char* row, const char* screen) {
+    EXPECT_TRUE(app.waitForItem(row));
+    app.click(app.item(row));
+    EXPECT_TRUE(app.waitForItem(screen));
+  };
+  open("moreRow2", "historyList");
+  EXPECT_EQ(label(), "D/l History, back to More");
+  app.type(Qt::Key_Escape);
+  open("moreRow4", "serverSettings");
+  app.click(app.item("tab4"));
+  open("moreRow4", "serverSettings");
+  app.click(app.item("serverAddress"));
+  app.typeText("nas");
+  app.type(Qt::Key_Escape);
+  EXPECT_TRUE(app.waitForItem("moreTable"));
+  EXPECT_EQ(label(), "More");
+  EXPECT_EQ(ServerInfo::sharedInstance().address(), "nas") << "what was typed is kept";
 }
 
 TEST_F(ShellTest, ThePanelTurnsAndReturns) {

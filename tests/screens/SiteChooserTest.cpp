@@ -74,11 +74,13 @@ TEST_F(SiteChooserTest, TheDemoSiteIsForThisRunAloneAndLeavesNothingToTheNext) {
     site.useDemo();
     ASSERT_TRUE(waitFor([&] { return site.siteHost().startsWith("127.0.0.1:"); }));
     EXPECT_EQ(SiteConfiguration::current().noticeHost, SiteConfiguration::current().siteHost);
+    EXPECT_TRUE(site.siteLabel().contains("password demo")) << "an account to try";
     EXPECT_EQ(storedHost(), "");
   }
   site.field()->setText("other.test");
   site.use();
   EXPECT_EQ(SiteConfiguration::current().siteHost, "other.test");
+  EXPECT_EQ(site.siteLabel(), QStringLiteral("other.test"));
   EXPECT_EQ(SiteConfiguration::current().noticeHost, "notice.test");
   EXPECT_EQ(SiteConfiguration::current().forumHost, "forum.test");
 }

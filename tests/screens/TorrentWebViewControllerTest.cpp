@@ -269,11 +269,13 @@ TEST_F(TorrentWebViewControllerTest, TheToolbarSendsTheTorrentThatWasOpened) {
     other.replace(at, 6, "Newer!");
   }
   pages_.set("/recent/0", other);
+  EXPECT_FALSE(app.item("webDownloadButtonMark")->isVisible());
   list->didRefresh();
   ASSERT_TRUE(waitFor([&] { return list->rows()->torrents()->front().name == "Newer!"; }));
   app.click(app.item("webDownloadButton"));
   ASSERT_TRUE(waitFor([&] { return list->sendingTorrentCount() == 0 && client.hits() > 0; }));
   EXPECT_EQ(DownloadHistory::names(), std::vector<std::string>{"Name 0"});
+  EXPECT_TRUE(app.item("webDownloadButtonMark")->isVisible()) << "the page says that it was sent";
 }
 
 }  // namespace
