@@ -23,6 +23,9 @@ FocusScope {
     Text {
         objectName: "donateLink"
         anchors.centerIn: parent
+        // Cut at the foot of the picture: the line below a link ends a word, not a picture.
+        height: 47
+        clip: true
         text: root.controller.html
         textFormat: Text.StyledText
         onLinkActivated: link => root.controller.shouldStartLoadWithRequest(link, 0)
