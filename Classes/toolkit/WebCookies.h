@@ -23,7 +23,8 @@ class WebCookies : public QObject {
   Q_INVOKABLE void drop(const QVariantMap& cookie);
 
   /// Has every web view take over the shared cookies at once: after a logout, so that no page that
-  /// is still there goes on being signed in. Each load does so by itself.
+  /// is still there goes on being signed in. Each load does so by itself. Tabs that show a page
+  /// drop it then: the next person must not see it.
   void push() { emit pushRequested(); }
 
  signals:

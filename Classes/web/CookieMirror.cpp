@@ -2,7 +2,6 @@
 
 #include <QDateTime>
 #include <QNetworkCookie>
-#include <QSet>
 #include <QUrl>
 #include <QWebEngineCookieStore>
 #include <utility>
@@ -13,35 +12,9 @@ namespace {
 // The engine confirms a cookie within a few milliseconds, or not at all when it refuses it.
 constexpr int kPatience = 1000;
 
-QNetworkCookie cookieOf(const QVariantMap& map) {
-  QNetworkCookie cookie(map[QStringLiteral("name")].toString().toUtf8(),
-                        map[QStringLiteral("value")].toString().toUtf8());
-  const QString domain = map[QStringLiteral("domain")].toString();
-  // Without a domain of its own the engine makes it the origin's alone.
-  if (domain.startsWith(QLatin1Char('.'))) {
-    cookie.setDomain(domain);
-  }
-  cookie.setPath(map[QStringLiteral("path")].toString());
-  cookie.setSecure(map[QStringLiteral("secure")].toBool());
-  cookie.setHttpOnly(map[QStringLiteral("httpOnly")].toBool());
-  if (const QVariant expires = map[QStringLiteral("expires")]; expires.isValid()) {
-    cookie.setExpirationDate(QDateTime::fromSecsSinceEpoch(expires.toLongLong(), Qt::UTC));
-  }
-  return cookie;
-}
-
-QUrl originOf(const QVariantMap& map) {
-  QString host = map[QStringLiteral("domain")].toString();
-  if (host.startsWith(QLatin1Char('.'))) {
-    host.remove(0, 1);
-  }
-  QUrl origin;
-  origin.setScheme(map[QStringLiteral("secure")].toBool() ? QStringLiteral("https")
-                                                          : QStringLiteral("http"));
-  origin.setHost(host);
-  origin.setPath(map[QStringLiteral("path")].toString());
-  return origin;
-}
+// An expiry time in the past, which makes the engine drop a cookie. Unix time in seconds; 0 stands
+// for none.
+constexpr qint64 kLongAgo = 1;
 
 QVariantMap mapOf(const QNetworkCookie& cookie) {
   QVariantMap map{{QStringLiteral("name"), QString::fromUtf8(cookie.name())},
@@ -70,31 +43,76 @@ CookieMirror::Key CookieMirror::keyOf(const QNetworkCookie& cookie) {
   return {cookie.domain().toLower(), cookie.path(), QString::fromUtf8(cookie.name())};
 }
 
+CookieMirror::Content CookieMirror::contentOf(const QNetworkCookie& cookie) {
+  return {QString::fromUtf8(cookie.value()), cookie.isSecure(), cookie.isHttpOnly(),
+          cookie.expirationDate().isValid() ? cookie.expirationDate().toSecsSinceEpoch() : 0};
+}
+
+void CookieMirror::set(const Key& key, const Content& content) {
+  QNetworkCookie cookie(key.name.toUtf8(), content.value.toUtf8());
+  QUrl origin;
+  // The store is ours, not a server's: only a secure origin may replace what is marked as secure.
+  origin.setScheme(QStringLiteral("https"));
+  if (key.domain.startsWith(QLatin1Char('.'))) {
+    cookie.setDomain(key.domain);
+    origin.setHost(key.domain.mid(1));
+  } else {
+    // Without a domain of its own the engine makes it the origin's alone.
+    origin.setHost(key.domain);
+  }
+  cookie.setPath(key.path);
+  origin.setPath(key.path);
+  cookie.setSecure(content.secure);
+  cookie.setHttpOnly(content.httpOnly);
+  if (content.expires != 0) {
+    cookie.setExpirationDate(QDateTime::fromSecsSinceEpoch(content.expires, Qt::UTC));
+  }
+  store_->setCookie(cookie, origin);
+}
+
+// The engine's own deletion goes by name and address and takes other cookies along: those of the
+// same name on another path, or of the host's where the domain's is meant.
+void CookieMirror::expire(const Key& key, const Content& content) {
+  set(key, {content.value, content.secure, content.httpOnly, kLongAgo});
+}
+
 void CookieMirror::push(const QVariantList& cookies) {
-  QSet<Key> wanted;
+  // In the order in which they are to be sent.
+  QList<std::pair<Key, Content>> wanted;
+  QSet<Key> wantedKeys;
   for (const QVariant& one : cookies) {
     const QVariantMap map = one.toMap();
     const Key key{map[QStringLiteral("domain")].toString().toLower(),
                   map[QStringLiteral("path")].toString(), map[QStringLiteral("name")].toString()};
-    const Content content{map[QStringLiteral("value")].toString(),
-                          map[QStringLiteral("expires")].toLongLong()};
-    wanted.insert(key);
-    const bool told = awaited_.contains(key) ? awaited_[key] == content
-                                             : held_.contains(key) && held_[key] == content;
-    if (!told && !(refused_.contains(key) && refused_[key] == content)) {
-      awaited_.insert(key, content);
-      store_->setCookie(cookieOf(map), originOf(map));
+    const Content content{
+        map[QStringLiteral("value")].toString(), map[QStringLiteral("secure")].toBool(),
+        map[QStringLiteral("httpOnly")].toBool(), map[QStringLiteral("expires")].toLongLong()};
+    wanted.append({key, content});
+    wantedKeys.insert(key);
+  }
+  // First what goes: the engine refuses a cookie in whose place a secure one of that name is.
+  QHash<Key, Content> unwanted = held_;
+  for (auto told = awaited_.constBegin(); told != awaited_.constEnd(); ++told) {
+    if (*told) {
+      unwanted.insert(told.key(), **told);
     }
   }
-  for (auto held = held_.constBegin(); held != held_.constEnd(); ++held) {
-    if (!wanted.contains(held.key()) && !gone_.contains(held.key())) {
-      const auto& [domain, path, name] = held.key();
-      awaited_.insert(held.key(), std::nullopt);
-      QNetworkCookie cookie(name.toUtf8());
-      cookie.setDomain(domain);
-      cookie.setPath(path);
-      store_->deleteCookie(
-          cookie, originOf({{QStringLiteral("domain"), domain}, {QStringLiteral("path"), path}}));
+  for (auto one = unwanted.constBegin(); one != unwanted.constEnd(); ++one) {
+    if (!wantedKeys.contains(one.key())) {
+      // One that a page has just removed may have been set anew, which is not known yet.
+      if (!overdue_.contains(one.key()) && !gone_.contains(one.key())) {
+        awaited_.insert(one.key(), std::nullopt);
+      }
+      expire(one.key(), *one);
+    }
+  }
+  for (const auto& [key, content] : wanted) {
+    const bool held = held_.value(key) == content && held_.contains(key) && !overdue_.contains(key);
+    const bool told = awaited_.contains(key) ? awaited_[key] == content : held;
+    if (!told && !(refused_.contains(key) && refused_[key] == content)) {
+      overdue_.remove(key);
+      awaited_.insert(key, content);
+      set(key, content);
     }
   }
   if (awaited_.isEmpty()) {
@@ -106,13 +124,16 @@ void CookieMirror::push(const QVariantList& cookies) {
 
 void CookieMirror::cookieAdded(const QNetworkCookie& cookie) {
   const Key key = keyOf(cookie);
-  Content content{
-      QString::fromUtf8(cookie.value()),
-      cookie.expirationDate().isValid() ? cookie.expirationDate().toSecsSinceEpoch() : 0};
+  const Content content = contentOf(cookie);
   gone_.remove(key);
   refused_.remove(key);
   const auto awaited = awaited_.constFind(key);
-  if (awaited != awaited_.constEnd() && *awaited && (*awaited)->value == content.value) {
+  if (overdue_.contains(key) || (awaited != awaited_.constEnd() && !*awaited)) {
+    // It was set before it was told to go, which is still to come.
+    held_.insert(key, content);
+    return;
+  }
+  if (awaited != awaited_.constEnd() && (*awaited)->equalsButForTime(content)) {
     // As it was told, whatever the engine makes of the time.
     held_.insert(key, **awaited);
     settle(key);
@@ -128,6 +149,10 @@ void CookieMirror::cookieAdded(const QNetworkCookie& cookie) {
 
 void CookieMirror::cookieRemoved(const QNetworkCookie& cookie) {
   const Key key = keyOf(cookie);
+  if (overdue_.remove(key)) {
+    held_.remove(key);
+    return;
+  }
   const auto awaited = awaited_.constFind(key);
   if (awaited != awaited_.constEnd()) {
     if (!*awaited) {
@@ -168,8 +193,8 @@ void CookieMirror::giveUp() {
   for (auto one = unanswered.constBegin(); one != unanswered.constEnd(); ++one) {
     if (one.value()) {
       refused_.insert(one.key(), *one.value());
-    } else {
-      held_.remove(one.key());
+    } else if (held_.contains(one.key())) {
+      overdue_.insert(one.key());
     }
   }
   emit pushed();

@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 #include <QVariantList>
 #include <optional>
@@ -42,11 +43,19 @@ class CookieMirror : public QObject {
   };
   struct Content {
     QString value;
+    bool secure = false;
+    bool httpOnly = false;
     // Unix time in seconds; 0 for a session cookie.
     qint64 expires = 0;
     friend bool operator==(const Content&, const Content&) = default;
+    [[nodiscard]] bool equalsButForTime(const Content& other) const {
+      return value == other.value && secure == other.secure && httpOnly == other.httpOnly;
+    }
   };
   static Key keyOf(const QNetworkCookie& cookie);
+  static Content contentOf(const QNetworkCookie& cookie);
+  void set(const Key& key, const Content& content);
+  void expire(const Key& key, const Content& content);
   void cookieAdded(const QNetworkCookie& cookie);
   void cookieRemoved(const QNetworkCookie& cookie);
   void reportRemovals();
@@ -54,9 +63,12 @@ class CookieMirror : public QObject {
   void giveUp();
 
   QWebEngineCookieStore* store_;
-  // What the engine is known to hold, and what it has been told to hold (nothing: to drop).
+  // What the engine is known to hold, until it says that it dropped it; and what it has been told
+  // to hold (nothing: to drop).
   QHash<Key, Content> held_;
   QHash<Key, std::optional<Content>> awaited_;
+  // Told to go, without an answer in time: told again by every push, waited for no more.
+  QSet<Key> overdue_;
   // Cookies that the engine does not take; no load waits for them twice.
   QHash<Key, Content> refused_;
   // Removals that may turn out to be the first half of a new value.
