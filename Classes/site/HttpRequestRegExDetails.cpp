@@ -1,7 +1,6 @@
 #include "site/HttpRequestRegExDetails.h"
 
 #include "platform/SiteConfiguration.h"
-#include "site/PageCleaning.h"
 
 namespace veltramoor {
 namespace {
@@ -21,8 +20,7 @@ std::string movieLinkRegex() {
 }  // namespace
 
 std::optional<HttpRequestRegExDetails::Cleaned> HttpRequestRegExDetails::cleaned(
-    std::string_view page) {
-  PageCleaning cleaning;
+    std::string_view page, PageCleaning cleaning) {
   const std::vector<std::string> parts = cleaning.firstMatch(page, kDetailsRegex);
   if (parts.size() < 3) {
     return std::nullopt;
@@ -33,8 +31,10 @@ std::optional<HttpRequestRegExDetails::Cleaned> HttpRequestRegExDetails::cleaned
     result.imdb.reset();
   }
   result.page = parts[1] + parts[2];
-  cleaning.removeAll(result.page, {kPopUnderRegex});
-  cleaning.removeAll(result.page, PageCleaning::advertising());
+  if (!cleaning.removeAll(result.page, {kPopUnderRegex}) ||
+      !cleaning.removeAll(result.page, PageCleaning::advertising())) {
+    return std::nullopt;
+  }
   return result;
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "site/HttpRequest.h"
+#include "site/PageCleaning.h"
 
 namespace veltramoor {
 
@@ -24,8 +25,10 @@ class HttpRequestRegExDetails final : public HttpRequest {
     std::string page;
     std::optional<std::string> imdb;
   };
-  /// What `request()` makes of a page; absent for one that it leaves as it is.
-  [[nodiscard]] static std::optional<Cleaned> cleaned(std::string_view page);
+  /// What `request()` makes of a page; absent for one that it leaves as it is: of another layout,
+  /// or one that takes too long.
+  [[nodiscard]] static std::optional<Cleaned> cleaned(std::string_view page,
+                                                      PageCleaning cleaning = PageCleaning());
 
  private:
   std::optional<std::string> imdb_;

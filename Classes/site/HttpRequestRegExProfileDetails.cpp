@@ -1,7 +1,5 @@
 #include "site/HttpRequestRegExProfileDetails.h"
 
-#include "site/PageCleaning.h"
-
 namespace veltramoor {
 namespace {
 
@@ -14,15 +12,17 @@ constexpr const char* kErrorPage = "<html>Error loading page.  Try again.</html>
 
 }  // namespace
 
-std::optional<std::string> HttpRequestRegExProfileDetails::cleaned(std::string_view page) {
-  PageCleaning cleaning;
+std::optional<std::string> HttpRequestRegExProfileDetails::cleaned(std::string_view page,
+                                                                   PageCleaning cleaning) {
   const std::vector<std::string> parts = cleaning.firstMatch(page, kAccountRegex);
   if (parts.size() < 3) {
     return std::nullopt;
   }
   std::string result = parts[1] + parts[2];
-  cleaning.removeAll(result, {kPopUnderRegex});
-  cleaning.removeAll(result, PageCleaning::advertising());
+  if (!cleaning.removeAll(result, {kPopUnderRegex}) ||
+      !cleaning.removeAll(result, PageCleaning::advertising())) {
+    return std::nullopt;
+  }
   return result;
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "site/HttpRequest.h"
+#include "site/PageCleaning.h"
 
 namespace veltramoor {
 
@@ -18,8 +19,10 @@ class HttpRequestRegExProfileDetails final : public HttpRequest {
 
   void request() override;
 
-  /// The page cut down as `request()` does it; absent when its layout is not recognised.
-  [[nodiscard]] static std::optional<std::string> cleaned(std::string_view page);
+  /// The page cut down as `request()` does it; absent when its layout is not recognised, or
+  /// not in time.
+  [[nodiscard]] static std::optional<std::string> cleaned(std::string_view page,
+                                                          PageCleaning cleaning = PageCleaning());
 };
 
 }  // namespace veltramoor

@@ -32,15 +32,19 @@ std::optional<std::string> PageCleaning::capture(std::string_view page, std::str
   }
 }
 
-void PageCleaning::removeAll(std::string& page, const std::vector<std::string>& regexes) {
+bool PageCleaning::removeAll(std::string& page, const std::vector<std::string>& regexes) {
   for (const std::string& regex : regexes) {
     try {
       RegexMatching matching = remaining();
       replaceOccurrencesOfRegex(page, regex, "", &matching);
+      if (matching.timedOut) {
+        return false;
+      }
     } catch (const RegexException&) {
-      continue;
+      return false;
     }
   }
+  return true;
 }
 
 std::vector<std::string> PageCleaning::advertising() {

@@ -17,13 +17,18 @@ namespace veltramoor {
 /// RegexException.
 class PageCleaning {
  public:
+  /// `limit`: the time for all of it.
+  explicit PageCleaning(std::chrono::milliseconds limit = RegexMatching{}.timeLimit)
+      : deadline_(Clock::now() + limit) {}
+
   /// The first match, element 0 the whole; empty when there is none.
   [[nodiscard]] std::vector<std::string> firstMatch(std::string_view page, std::string_view regex);
   /// One capture of the first match.
   [[nodiscard]] std::optional<std::string> capture(std::string_view page, std::string_view regex,
                                                    std::size_t number);
-  /// Deletes every match of each expression, one expression after the other.
-  void removeAll(std::string& page, const std::vector<std::string>& regexes);
+  /// Deletes every match of each expression, one expression after the other. False when one could
+  /// not be done: `page` is then half cleaned, and no page to show.
+  [[nodiscard]] bool removeAll(std::string& page, const std::vector<std::string>& regexes);
 
   /// The advertising that details and account page have in common, as expressions to remove.
   [[nodiscard]] static std::vector<std::string> advertising();
@@ -34,7 +39,7 @@ class PageCleaning {
   using Clock = std::chrono::steady_clock;
   [[nodiscard]] RegexMatching remaining() const;
 
-  Clock::time_point deadline_ = Clock::now() + RegexMatching{}.timeLimit;
+  Clock::time_point deadline_;
 };
 
 }  // namespace veltramoor
