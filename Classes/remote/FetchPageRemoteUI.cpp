@@ -1,5 +1,7 @@
 #include "remote/FetchPageRemoteUI.h"
 
+#include <utility>
+
 #include "platform/Alerts.h"
 #include "remote/BitClient.h"
 #include "remote/ServerInfo.h"
@@ -17,14 +19,15 @@ void showAndWait(const std::string& title, const std::string& message) {
   });
 }
 
-// The credentials stand in the address as typed. A password with a slash in it ends the host early,
-// and the rest of it would be sent to whatever host the user name spells.
-std::optional<Url> webUrl(const BitClient& client) {
-  const std::optional<Url> url = client.getWebUrl();
-  const std::optional<Url> meant = client.BitClient::getWebUrl();  // without credentials
-  const bool leadsThere =
-      url && meant && url->host() == meant->host() && url->port() == meant->port();
-  return leadsThere ? url : std::nullopt;
+// The credentials stand in the address as typed, and not every password can: one with a slash in it
+// ends the host early, and the rest of it would be sent to whatever host the user name spells. The
+// plain address does then, for the request carries the credentials in any case.
+std::optional<Url> webUrl(BitClient& client) {
+  std::optional<Url> url = client.getWebUrl();
+  const std::optional<std::string> username = std::exchange(client.username, std::nullopt);
+  std::optional<Url> plain = client.getWebUrl();
+  client.username = username;
+  return url && plain && url->withoutCredentials() == plain->absoluteString() ? url : plain;
 }
 
 std::optional<Url> configuredWebUrl() {

@@ -14,9 +14,9 @@ namespace veltramoor {
 /// `url()` may hold the password: show it through `withoutCredentials` only.
 class FetchPageRemoteUI final : public FetchPage<std::optional<std::string>> {
  public:
-  /// The URL given is not used: `url()` is the stored client's web address from the start, and
-  /// absent when no client is stored or its settings make no valid address, or that of another
-  /// host.
+  /// The URL given is not used: `url()` is the stored client's web address from the start, without
+  /// the credentials when an address can't hold them; absent when no client is stored or its
+  /// settings make no valid address.
   FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSettings, Completion completion);
 
  private:

@@ -161,9 +161,39 @@ TEST_F(FetchPageRemoteUITest, APasswordNeverChoosesTheHost) {
   for (const char* rest : {"/5", "?5", "#5"}) {
     configure("Vuze", std::to_string(mine.port()), "127.0.0.1",
               std::to_string(other.port()) + rest);
-    EXPECT_EQ(load(false), std::nullopt);
-    EXPECT_EQ(url_, std::nullopt);
-    EXPECT_EQ(alert(), failure_);
+    EXPECT_EQ(load(false), "mine");
+    EXPECT_EQ(url_->absoluteString(), mine.url());
+    EXPECT_EQ(alert(), "");
+  }
+  EXPECT_EQ(other.hits(), 0U);
+}
+
+// What no address can hold is sent all the same, to the client and nobody else.
+TEST_F(FetchPageRemoteUITest, EveryPasswordThatSendsTorrentsOpensTheInterface) {
+  const RawServer other([](const RecordedRequest&) { return RawServer::response(200, "other"); });
+  const std::string elsewhere = "@127.0.0.1:" + std::to_string(other.port()) + "/";
+  for (const std::string& password :
+       {std::string("a#b"), std::string("/a"), std::string("a?"), std::string("a@b"),
+        std::string("50%"), std::string("a^b"), std::string("a b"), std::string("é"), elsewhere,
+        "x" + elsewhere + "?", std::string("%41")}) {
+    SCOPED_TRACE(password);
+    const VuzePeer vuze(std::pair("me", password));
+    const UtorrentPeer utorrent(std::pair("me", password));
+    const auto exercise = [&](const auto& peer, const std::string& name, const std::string& path,
+                              const std::string& page) {
+      configure(name, peer.port(), "me", password);
+      EXPECT_EQ(send(), "F");
+      EXPECT_EQ(load(true), page);
+      EXPECT_EQ(alert(), "Success!|");
+      EXPECT_EQ(url_->withoutCredentials(), "http://127.0.0.1:" + peer.port() + path);
+      EXPECT_EQ(peer.server().requests().back().target, path);
+    };
+    exercise(vuze, "Vuze", "/", "<html>Vuze</html>");
+    exercise(utorrent, "Utorrent", "/gui/", "<html>uTorrent</html>");
+    // A user name and password that spell the client's own address with another path.
+    configure("Vuze", vuze.port(), "u", "p@127.0.0.1:" + vuze.port() + "/x");
+    EXPECT_EQ(load(false), "who are you?");
+    EXPECT_EQ(vuze.server().requests().back().target, "/");
   }
   EXPECT_EQ(other.hits(), 0U);
 }
