@@ -46,11 +46,22 @@ WebEngineView {
     property var pending: null
     // Whether the page being loaded is text of the application's, which has no place in the history.
     property bool ownPage: false
+    // Whether the engine is yet to say that it stopped a load as the application asked.
+    property bool stopping: false
 
     function prepare(load: var): void {
         pending = load
         browser.pushCookies()
     }
+    // Remembers the link that the person tapped last, in a world that no script of a page reaches.
+    readonly property string tapWatch: `
+        tapped = '';
+        for (const type of ['click', 'auxclick'])
+            addEventListener(type, event => {
+                const link = event.composedPath().find(node => node.localName === 'a' && node.href);
+                tapped = event.isTrusted && link ? String(link.href) : '';
+            }, true);`
+
     function reportHistory(): void {
         page.reportHistory(history.backItems.rowCount() > 1, canGoForward)
     }
@@ -60,6 +71,15 @@ WebEngineView {
 
     Component.onCompleted: {
         pageId = page.pageId
+        // The engine does not tell QML's tools of this property's type.
+        // qmllint disable type
+        userScripts.collection = [{
+            name: "taps",
+            injectionPoint: WebEngineScript.DocumentCreation,
+            worldId: WebEngineScript.ApplicationWorld,
+            sourceCode: tapWatch
+        }]
+        // qmllint enable type
         page.attach()
     }
     Component.onDestruction: browser.forgetPage(pageId)
@@ -85,6 +105,7 @@ WebEngineView {
         function onUrlRequested(url: url): void { view.prepare(() => view.url = url) }
         function onStopRequested(): void {
             view.pending = null
+            view.stopping = view.loading
             view.stop()
         }
         function onBackRequested(): void { view.goBack() }
@@ -112,6 +133,7 @@ WebEngineView {
         switch (info.status) {
         case WebEngineView.LoadStartedStatus:
             zoomFactor = 1
+            stopping = false
             page.reportStarted()
             break
         case WebEngineView.LoadSucceededStatus:
@@ -125,7 +147,10 @@ WebEngineView {
                 page.reportFailed(info.url, reason(info))
             break
         case WebEngineView.LoadStoppedStatus:
-            page.reportFailed(info.url, "")
+            // What the application stopped is over for it, and another load may be on its way.
+            if (!stopping)
+                page.reportFailed(info.url, "")
+            stopping = false
             break
         }
     }
@@ -170,12 +195,18 @@ WebEngineView {
         onTriggered: view.fit()
     }
 
-    // Links that ask for a window of their own open here; nothing else gets one.
+    // A tapped link that asks for a window of its own opens here. What a script opens during a tap
+    // is nothing that the person asked for, and links in frames are mostly advertising.
     onNewWindowRequested: request => {
         const url = request.requestedUrl
-        if (request.userInitiated && url.toString().startsWith("http")
-                && page.shouldStartLoad(url, WebEngineNavigationRequest.LinkClickedNavigation, true))
-            page.loadUrl(url)
+        if (!request.userInitiated || !url.toString().startsWith("http"))
+            return
+        runJavaScript("tapped", WebEngineScript.ApplicationWorld, tapped => {
+            const link = WebEngineNavigationRequest.LinkClickedNavigation
+            if (tapped && Qt.resolvedUrl(tapped).toString() === url.toString() && view.page
+                    && view.page.shouldStartLoad(url, link, true))
+                view.page.loadUrl(url)
+        })
     }
 
     onFeaturePermissionRequested: (origin, feature) => grantFeaturePermission(origin, feature, false)

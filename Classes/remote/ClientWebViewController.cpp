@@ -8,11 +8,25 @@
 #include "toolkit/NavigationController.h"
 
 namespace veltramoor {
+namespace {
+
+// Tells one set of settings from another without showing the password.
+QString settingsKey(const ServerInfo& info) {
+  QCryptographicHash key(QCryptographicHash::Sha256);
+  for (const auto& part :
+       {info.client(), info.address(), info.port(), info.username(), info.password()}) {
+    key.addData(QByteArray::fromStdString(part.value_or("") + '\n'));
+  }
+  return QString::fromLatin1(key.result().toHex());
+}
+
+}  // namespace
 
 ClientWebViewController::ClientWebViewController(const std::optional<Url>& url,
                                                  OpenedFrom openedFrom)
     : WebViewController(url, nullptr), url_(url), openedFrom_(openedFrom) {
   tabBarItem()->set(tr("Remote UI"), QStringLiteral("tabbar-remote.png"), 0);
+  dropAtLogout();
   if (openedFrom == OpenedFrom::RemoteSettings) {
     setTitle(tr("Test remote settings"));
     std::vector<std::unique_ptr<BarButton>> buttons;
@@ -31,28 +45,26 @@ void ClientWebViewController::viewWillAppear() {
 
 void ClientWebViewController::viewDidAppear() {
   showLoading(-4);
+  // A slow client's page may come when the settings name another one.
+  ignoreEarlierFetches();
+  settings_ = settingsKey(ServerInfo::sharedInstance());
   const auto operation = std::make_shared<FetchPageRemoteUI>(
-      url_, openedFrom_ == OpenedFrom::RemoteSettings,
-      [self = sharedController(this)](std::optional<std::string> html) {
-        if (!self->isRemoved()) {
-          self->initializeWebView(std::move(html));
-        }
-      });
+      url_, openedFrom_ == OpenedFrom::RemoteSettings, delivery());
   addOperation(operation);
   url_ = operation->url();
 }
 
 void ClientWebViewController::initializeWebView(std::optional<std::string> html) {
-  result_ = std::move(html);
   const ServerInfo& info = ServerInfo::sharedInstance();
+  if (settingsKey(info) != settings_) {
+    endLoad(false);
+    return;
+  }
+  result_ = std::move(html);
   // The engine keeps a login for as long as the profile lives and sends it with whatever any page
   // of that profile asks of the server: a page of the site must not reach the client with it, and a
   // login that was changed must not linger.
-  QCryptographicHash key(QCryptographicHash::Sha256);
-  for (const auto& part : {info.address(), info.port(), info.username(), info.password()}) {
-    key.addData(QByteArray::fromStdString(part.value_or("") + '\n'));
-  }
-  WebPage& page = makeWebView(false, QString::fromLatin1(key.result().toHex()));
+  WebPage& page = makeWebView(false, settings_);
   if (url_) {
     page.setCredentials(QString::fromStdString(url_->host()), url_->port(),
                         QString::fromStdString(info.username().value_or("")),
@@ -62,16 +74,10 @@ void ClientWebViewController::initializeWebView(std::optional<std::string> html)
   show(page, result_, url_);
 }
 
-void ClientWebViewController::webViewDidFinishLoad() {
-  hideLoading();
-  emit loadEnded(true);
-}
-
-void ClientWebViewController::didFailLoadWithError(const QString& error) {
-  if (!error.isEmpty()) {
-    hideLoading();
-    emit loadEnded(false);
-  }
+bool ClientWebViewController::shouldStartLoadWithRequest(const QUrl& url, int) {
+  const std::optional<Url> to = Url::parse(url.toEncoded().toStdString());
+  return to && url_ && to->scheme() == url_->scheme() && to->host() == url_->host() &&
+         to->port() == url_->port();
 }
 
 }  // namespace veltramoor

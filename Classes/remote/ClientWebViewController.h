@@ -18,9 +18,12 @@ class ClientWebViewController final : public veltramoor::WebViewController {
   void viewWillAppear() override;
   void viewDidAppear() override;
   void initializeWebView(std::optional<std::string> html) override;
+  /// The interface stays at its own server.
+  bool shouldStartLoadWithRequest(const QUrl& url, int navigationType) override;
   void webViewDidStartLoad() override {}
-  void webViewDidFinishLoad() override;
-  void didFailLoadWithError(const QString& error) override;
+  void webViewDidFinishLoad() override { endLoad(true); }
+  void didFailLoadWithError(const QString&) override { endLoad(false); }
+  void webViewWasStopped() override {}
 
   /// The interface's address, credentials included; none while no client is set up.
   [[nodiscard]] const std::optional<Url>& url() const { return url_; }
@@ -29,6 +32,8 @@ class ClientWebViewController final : public veltramoor::WebViewController {
   [[nodiscard]] std::optional<Url> pageUrl() const override { return url_; }
 
   std::optional<Url> url_;
+  // Stands for the settings that the page was asked for with; no page of other ones is shown.
+  QString settings_;
   OpenedFrom openedFrom_;
 };
 

@@ -23,6 +23,7 @@ ForumWebViewController::ForumWebViewController(const std::optional<Url>& url,
   setTitle(tr("Forum"));
   InputWatch::sharedInstance();
   tabBarItem()->set(tr("Forum"), QStringLiteral("tabbar-forum.png"), 0);
+  dropAtLogout();
 }
 
 void ForumWebViewController::viewWillAppear() {
@@ -67,21 +68,10 @@ bool ForumWebViewController::shouldStartLoadWithRequest(const QUrl& url, int) {
   myWebView()->stop();
   if (mayStartAgain()) {
     viewDidLoad();
+  } else {
+    endLoad(false);
   }
   return false;
-}
-
-void ForumWebViewController::webViewDidFinishLoad() {
-  hideLoading();
-  emit loadEnded(true);
-}
-
-void ForumWebViewController::didFailLoadWithError(const QString& error) {
-  // A load that was stopped makes way for another, whose overlay is up already.
-  if (!error.isEmpty()) {
-    hideLoading();
-    emit loadEnded(false);
-  }
 }
 
 }  // namespace veltramoor

@@ -23,8 +23,9 @@ class ForumWebViewController final : public veltramoor::WebViewController {
   bool shouldStartLoadWithRequest(const QUrl& url, int navigationType) override;
   void loadRequest(const QUrl&) override {}
   void webViewDidStartLoad() override {}
-  void webViewDidFinishLoad() override;
-  void didFailLoadWithError(const QString& error) override;
+  void webViewDidFinishLoad() override { endLoad(true); }
+  void didFailLoadWithError(const QString&) override { endLoad(false); }
+  void webViewWasStopped() override {}
 
  private:
   [[nodiscard]] std::optional<Url> pageUrl() const override { return url_; }

@@ -12,6 +12,7 @@ SiteWebViewController::SiteWebViewController(const std::optional<Url>& url,
   const QString host = QString::fromStdString(SiteConfiguration::current().siteHost);
   setTitle(host);
   tabBarItem()->set(host, QStringLiteral("tabbar-web.png"), 0);
+  dropAtLogout();
 }
 
 void SiteWebViewController::viewWillAppear() {
@@ -27,18 +28,6 @@ void SiteWebViewController::initializeWebView(std::optional<std::string> html) {
   hideLoading();
   showLoading(-22);
   show(page, result_, url_);
-}
-
-void SiteWebViewController::webViewDidFinishLoad() {
-  hideLoading();
-  emit loadEnded(true);
-}
-
-void SiteWebViewController::didFailLoadWithError(const QString& error) {
-  if (!error.isEmpty()) {
-    hideLoading();
-    emit loadEnded(false);
-  }
 }
 
 }  // namespace veltramoor

@@ -8,6 +8,7 @@
 #include "shell/LoadingIndicator.h"
 #include "site/HttpRequest.h"
 #include "toolkit/NavigationController.h"
+#include "toolkit/WebCookies.h"
 
 namespace veltramoor {
 namespace {
@@ -205,14 +206,40 @@ double WebViewController::topInset() const {
 }
 
 void WebViewController::fetch(const std::optional<Url>& url, HttpRequestClass classType) {
-  addOperation(std::make_shared<FetchPageGeneric>(
-      url,
-      [self = sharedController(this)](std::optional<std::string> html) {
-        if (!self->isRemoved()) {
-          self->initializeWebView(std::move(html));
-        }
-      },
-      std::move(classType)));
+  addOperation(std::make_shared<FetchPageGeneric>(url, delivery(), std::move(classType)));
+}
+
+FetchPageGeneric::Completion WebViewController::delivery() {
+  ++fetches_;
+  return [self = sharedController(this), of = generation_](std::optional<std::string> html) {
+    --self->fetches_;
+    if (!self->isRemoved() && of == self->generation_) {
+      self->initializeWebView(std::move(html));
+    }
+  };
+}
+
+void WebViewController::endLoad(bool good) {
+  if (fetches_ == 0) {
+    hideLoading();
+    emit loadEnded(good);
+  }
+}
+
+void WebViewController::dropAtLogout() {
+  connect(&WebCookies::sharedInstance(), &WebCookies::pushRequested, this,
+          &WebViewController::drop);
+}
+
+void WebViewController::drop() {
+  ignoreEarlierFetches();
+  stoppedEarly_ = stoppedEarly_ || myWebView_ != nullptr || fetches_ > 0;
+  result_.reset();
+  if (WebPage* page = std::exchange(myWebView_, nullptr).release()) {
+    page->stop();
+    page->deleteLater();
+    emit webViewChanged();
+  }
 }
 
 void WebViewController::addOperation(std::shared_ptr<Operation> operation) {

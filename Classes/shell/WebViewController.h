@@ -52,6 +52,7 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   void webViewDidStartLoad() override;
   void webViewDidFinishLoad() override;
   void didFailLoadWithError(const QString& error) override;
+  void webViewWasStopped() override { didFailLoadWithError({}); }
 
   /// Null until there is something to show.
   [[nodiscard]] WebPage* myWebView() const { return myWebView_.get(); }
@@ -78,10 +79,20 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   /// The shared overlay is left alone while another screen is on show.
   void showLoading(int offset);
   void hideLoading();
+  /// For screens whose own fetch counts as loading: the overlay goes unless one is under way, whose
+  /// page replaces the one that has ended.
+  void endLoad(bool good);
+  /// For tabs, which outlive a logout: it drops their page, and the next visit fetches it afresh.
+  void dropAtLogout();
   /// To be called whenever the screen is about to be shown.
   void appearWithNavigationBarHidden(bool hidden);
   /// Queues a fetch whose page goes to `initializeWebView`.
   void fetch(const std::optional<Url>& url, HttpRequestClass classType);
+  /// What a fetch hands its page to: `initializeWebView`, unless nobody waits for it any more. To
+  /// be called once a fetch.
+  [[nodiscard]] FetchPageGeneric::Completion delivery();
+  /// Has the pages of all fetches so far ignored when they come.
+  void ignoreEarlierFetches() { ++generation_; }
   void addOperation(std::shared_ptr<Operation> operation);
   /// Lets the list that opened this screen go on, and the way back be taken.
   void releaseTarget();
@@ -96,18 +107,23 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   std::optional<std::string> result_;
   // Whether the list that opened this screen takes no taps until its page is there.
   bool targetWaits_ = false;
-  // Whether leaving the screen cut a load short.
+  // Whether the page is to be fetched again: leaving cut its load short, or a logout dropped it.
   bool stoppedEarly_ = false;
   BarButton* backButton_ = nullptr;
   BarButton* forwardButton_ = nullptr;
   int stackCounter_ = 0;
 
  private:
+  void drop();
+
   std::shared_ptr<AllListViewController> target_;
   std::unique_ptr<WebPage> myWebView_;
   std::shared_ptr<ViewController> keptAlive_;
   bool onShow_ = true;
   bool wasInNavigation_ = false;
+  // Of what the fetches under way bring, only the present generation's is shown.
+  int generation_ = 0;
+  int fetches_ = 0;
   // Last, so that its thread is joined before anything else goes.
   OperationQueue operationQueue_{1};
 };

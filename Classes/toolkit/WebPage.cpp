@@ -91,7 +91,10 @@ void WebPage::stop() {
   waiting_ = nullptr;
   if (loading_) {
     emit stopRequested();
-    reportFailed({}, {});
+    loading_ = false;
+    announced_ = false;
+    emit changed();
+    delegate_->webViewWasStopped();
   }
 }
 

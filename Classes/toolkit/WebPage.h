@@ -25,8 +25,11 @@ class WebPageDelegate {
   virtual bool shouldStartLoadWithRequest(const QUrl& url, int navigationType) = 0;
   virtual void webViewDidStartLoad() = 0;
   virtual void webViewDidFinishLoad() = 0;
-  /// `error`: one line for the person, without credentials; "" for a load that was stopped.
+  /// `error`: one line for the person, without credentials; "" for a load that the page or the
+  /// engine gave up: a download, a link to a magnet, an answer without content, a script's stop.
   virtual void didFailLoadWithError(const QString& error) = 0;
+  /// The application itself stopped the load, to leave the page or to make way for another.
+  virtual void webViewWasStopped() = 0;
 };
 
 /// One web view with its own history. It draws nothing: a view takes it, does what the signals ask
@@ -84,7 +87,7 @@ class WebPage : public QObject {
   Q_INVOKABLE void attach();
   Q_INVOKABLE void reportStarted();
   Q_INVOKABLE void reportFinished();
-  /// `reason`: what the engine says; "" for a load that was stopped or refused.
+  /// `reason`: what the engine says; "" for a load that was refused or that stopped by itself.
   Q_INVOKABLE void reportFailed(const QUrl& url, const QString& reason);
   /// There is no engine to show anything with: this load fails and every later one.
   Q_INVOKABLE void reportUnusable(const QString& reason);
