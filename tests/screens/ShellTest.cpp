@@ -198,8 +198,8 @@ TEST_F(ShellTest, ASessionThatTheSiteForgotIsRenewedOrEnded) {
   ASSERT_TRUE(idle(app));
   LoginViewController& login = *app.root().loginViewController();
   login.username()->setText("demo");
-  for (const auto& [password, valid] :
-       std::vector<std::pair<QString, bool>>{{"demo", true}, {"wrong", false}}) {
+  for (const bool valid : {true, false}) {
+    const QString password = valid ? QStringLiteral("demo") : QStringLiteral("wrong");
     login.password()->setText(password);
     const std::size_t before = logins();
     app.root().sessionInvalidated();
