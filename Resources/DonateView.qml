@@ -16,9 +16,14 @@ FocusScope {
     Accessible.name: qsTr("Donate to Veltramoor")
     Accessible.onPressAction: controller.donate()
 
-    Keys.onReturnPressed: controller.donate()
-    Keys.onEnterPressed: controller.donate()
-    Keys.onSpacePressed: controller.donate()
+    Keys.onReturnPressed: event => press(event)
+    Keys.onEnterPressed: event => press(event)
+    Keys.onSpacePressed: event => press(event)
+
+    function press(event: KeyEvent): void {
+        if (!event.isAutoRepeat)
+            controller.donate()
+    }
 
     Text {
         objectName: "donateLink"

@@ -38,7 +38,7 @@ FocusScope {
         // The key that brought the focus shows where it is.
         Keys.onReleased: event => {
             if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0)
-                currentIndex = 0
+                currentIndex = Math.max(0, indexAt(1, contentY + 22))
         }
         Keys.onPressed: event => {
             switch (event.key) {

@@ -62,7 +62,7 @@ FocusScope {
         Keys.onReleased: event => {
             if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0) {
                 keyboardInUse = true
-                currentIndex = 0
+                currentIndex = Math.max(0, indexAt(1, contentY + 18))
             }
         }
         Keys.onPressed: event => {

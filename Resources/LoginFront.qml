@@ -77,6 +77,7 @@ FocusScope {
                 LoginForm {
                     width: parent.width
                     visible: !root.controller.site.shown
+                    enabled: visible
                     controller: root.controller
                 }
 

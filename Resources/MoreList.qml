@@ -29,14 +29,19 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.controller.title
 
+        function select(event: KeyEvent): void {
+            if (!event.isAutoRepeat)
+                root.controller.didSelectRowAtIndexPath(currentIndex)
+        }
+
         // The key that brought the focus shows where it is.
         Keys.onReleased: event => {
             if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0)
-                currentIndex = 0
+                currentIndex = Math.max(0, indexAt(1, contentY + 22))
         }
-        Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
-        Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
-        Keys.onSpacePressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+        Keys.onReturnPressed: event => select(event)
+        Keys.onEnterPressed: event => select(event)
+        Keys.onSpacePressed: event => select(event)
 
         delegate: MoreRow {
             width: ListView.view.width

@@ -14,6 +14,7 @@ FocusScope {
 
     Shortcut {
         sequence: "Escape"
+        autoRepeat: false
         enabled: root.visible && root.enabled && root.controller.overflowItem !== null
                  && (root.stack === null || root.stack.depth === 1)
         onActivated: root.controller.backToMore()

@@ -62,8 +62,8 @@ FocusScope {
         // The ring around the current row is for who uses keys.
         property bool keyboardInUse: false
 
-        Keys.onReturnPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
-        Keys.onEnterPressed: root.controller.didSelectRowAtIndexPath(currentIndex)
+        Keys.onReturnPressed: event => select(event)
+        Keys.onEnterPressed: event => select(event)
         Keys.onSpacePressed: event => {
             if (!event.isAutoRepeat)
                 root.controller.didTapDownloadButton(currentIndex)
@@ -80,11 +80,16 @@ FocusScope {
             event.accepted = true
         }
 
+        function select(event: KeyEvent): void {
+            if (!event.isAutoRepeat)
+                root.controller.didSelectRowAtIndexPath(currentIndex)
+        }
+
         // The key that brought the focus shows where it is.
         Keys.onReleased: event => {
             if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0) {
                 keyboardInUse = true
-                currentIndex = 0
+                currentIndex = Math.max(0, indexAt(1, contentY + topMargin + 18))
             }
         }
 

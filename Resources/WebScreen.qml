@@ -14,6 +14,7 @@ FocusScope {
     // A page keeps every key that it is given, so the way back is taken before it.
     Shortcut {
         sequence: "Escape"
+        autoRepeat: false
         enabled: root.visible && root.enabled && root.controller.topInset > 0
         onActivated: root.controller.cancel()
     }

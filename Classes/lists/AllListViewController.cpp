@@ -28,6 +28,11 @@ QString text(const std::optional<std::string>& value) {
   return QString::fromStdString(value.value_or(""));
 }
 
+// The list that the shared overlay stands for. One whose page comes late, perhaps after a login to
+// another site, must not take it from the list that waits now. Main thread only; never
+// dereferenced.
+const AllListViewController* overlayHolder = nullptr;
+
 bool isSet(const std::optional<std::string>& value) { return value && !value->empty(); }
 
 }  // namespace
@@ -108,10 +113,11 @@ void AllListViewController::showLoadingOverlay(const QString& message) {
   loading_->setString(message);
   loading_->setOffset(0);
   loading_->showLoadingIndicators();
+  overlayHolder = this;
 }
 
 void AllListViewController::hideLoadingOverlay() {
-  if (loading_ != nullptr && !opening_) {
+  if (loading_ != nullptr && overlayHolder == this && !opening_) {
     loading_->hideLoadingIndicators();
   }
 }

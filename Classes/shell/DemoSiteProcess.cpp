@@ -22,7 +22,7 @@ DemoSiteProcess::DemoSiteProcess() {
 }
 
 void DemoSiteProcess::stop() {
-  started_ = nullptr;
+  waiting_.clear();
   host_.clear();
   process_.terminate();
   if (process_.state() != QProcess::NotRunning && !process_.waitForFinished(kStopMilliseconds)) {
@@ -39,7 +39,7 @@ DemoSiteProcess& DemoSiteProcess::sharedInstance() {
 bool DemoSiteProcess::isInstalled() { return QFileInfo(program()).isExecutable(); }
 
 void DemoSiteProcess::start(Started started) {
-  started_ = std::move(started);
+  waiting_.push_back(std::move(started));
   if (!host_.isEmpty()) {
     finish(host_);
   } else if (process_.state() == QProcess::NotRunning) {
@@ -60,7 +60,7 @@ void DemoSiteProcess::readLine() {
 
 void DemoSiteProcess::finish(const QString& host) {
   host_ = host;
-  if (const Started started = std::exchange(started_, nullptr)) {
+  for (const Started& started : std::exchange(waiting_, {})) {
     started(host);
   }
 }

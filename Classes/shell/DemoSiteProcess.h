@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QString>
 #include <functional>
+#include <vector>
 
 namespace veltramoor {
 
@@ -19,8 +20,7 @@ class DemoSiteProcess : public QObject {
   static DemoSiteProcess& sharedInstance();
 
   [[nodiscard]] static bool isInstalled();
-  /// A site that already listens is used again. Whoever still waits for an earlier start hears of
-  /// nothing.
+  /// A site that already listens is used again.
   void start(Started started);
   /// To be called before the application object goes.
   void stop();
@@ -31,7 +31,7 @@ class DemoSiteProcess : public QObject {
   void finish(const QString& host);
 
   QProcess process_;
-  Started started_;
+  std::vector<Started> waiting_;
   QString host_;
 };
 

@@ -50,6 +50,8 @@ LoginViewController::LoginViewController(SwitchViews switchViews)
     connect(field, &TextField::shouldReturn, this,
             [this, field] { textFieldShouldReturn(*field); });
   }
+  connect(&site_, &SiteChooser::opened, this, &LoginViewController::endEditing);
+  connect(&site_, &SiteChooser::siteChanged, this, &LoginViewController::siteChanged);
   Device* device = &Device::sharedInstance();
   connect(device, &Device::changed, this, &LoginViewController::backgroundChanged);
   connect(device, &Device::keyboardWasShown, this, &LoginViewController::keyboardWasShown);
@@ -68,8 +70,29 @@ void LoginViewController::viewDidLoad() {
 
 void LoginViewController::viewWillDisappear() {
   // What is being typed is kept as if the field had been left.
+  endEditing();
+}
+
+void LoginViewController::endEditing() {
   username_.resignFirstResponder();
   password_.resignFirstResponder();
+}
+
+void LoginViewController::emptyFields() {
+  for (TextField* field : {&username_, &password_}) {
+    field->setText({});
+  }
+  emptied_ = true;
+}
+
+// The stored account was meant for the other site: it is sent to this one only when somebody types
+// it, or presses the button beneath it.
+void LoginViewController::siteChanged(bool forGood) {
+  emptyFields();
+  if (forGood && !anonymousLogin_.isOn() && automaticLogin_.isOn()) {
+    automaticLogin_.setOn(false);
+    toggleAutomatic();
+  }
 }
 
 bool LoginViewController::hasBackgroundWork() const { return operationQueue_.operationCount() > 0; }
@@ -89,12 +112,12 @@ void LoginViewController::toggleAutomatic() {
 
 void LoginViewController::toggleAnonymous() {
   const bool anonymous = anonymousLogin_.isOn();
+  // Stored before they are emptied, or leaving the field would store the empty text.
+  endEditing();
+  if (anonymous) {
+    emptyFields();
+  }
   for (TextField* field : {&username_, &password_}) {
-    // Stored before it is emptied, or leaving the field would store the empty text.
-    field->resignFirstResponder();
-    if (anonymous) {
-      field->setText({});
-    }
     field->setEnabled(!anonymous);
     field->setAlpha(anonymous ? 0.5 : 1.0);
   }
@@ -127,8 +150,7 @@ void LoginViewController::login() {
         Url::parse(settingsAddress()),
         [self](const std::shared_ptr<HttpRequest>& page) { self->doLogin(page); }));
   }
-  password_.resignFirstResponder();
-  username_.resignFirstResponder();
+  endEditing();
 }
 
 void LoginViewController::doLogin(const std::shared_ptr<HttpRequest>& page) {
@@ -213,9 +235,10 @@ void LoginViewController::switchView() {
 }
 
 void LoginViewController::textFieldDidEndEditing(const TextField& field) {
-  // A field that the anonymous switch emptied still has its stored text: to pass through it is not
-  // to delete that.
-  if (field.text() == textBeforeEditing_) {
+  // Fields that were emptied for the person still have their stored texts: to pass through them is
+  // not to delete those. Once something is typed it is another account, whose password may be none.
+  emptied_ = emptied_ && field.text() == textBeforeEditing_;
+  if (emptied_) {
     return;
   }
   store(&field == &username_ ? PreferencesKeys::username : PreferencesKeys::password,

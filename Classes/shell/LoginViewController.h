@@ -90,6 +90,9 @@ class LoginViewController : public veltramoor::ViewController {
   void contentOffsetChanged();
 
  private:
+  void siteChanged(bool forGood);
+  void endEditing();
+  void emptyFields();
   void toggleAutomatic();
   void toggleAnonymous();
   void textFieldDidEndEditing(const TextField& field);
@@ -110,6 +113,8 @@ class LoginViewController : public veltramoor::ViewController {
   LoadingIndicator* loading_ = nullptr;
   // The text of the field that is being edited, as it was when that began.
   QString textBeforeEditing_;
+  // Whether both fields were emptied and nothing has been typed since.
+  bool emptied_ = false;
   bool infoViewShown_ = false;
   bool keyboardVisible_ = false;
   // Last, so that its thread is joined before anything else goes.

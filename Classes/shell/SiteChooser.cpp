@@ -44,16 +44,33 @@ QString SiteChooser::siteLabel() const {
 }
 
 void SiteChooser::open() {
-  field_.setText(siteHost());
+  // Never the demo site's own address, which is good for this run alone.
+  field_.setText(QString::fromStdString(withoutDemo().siteHost));
   problem_.clear();
   shown_ = true;
+  emit opened();
   emit changed();
+  field_.becomeFirstResponder();
 }
 
 void SiteChooser::close() {
   starting_ = false;
+  field_.resignFirstResponder();
   shown_ = !canClose();
   emit changed();
+}
+
+void SiteChooser::take(SiteConfiguration configuration, bool forGood) {
+  const std::string before = SiteConfiguration::current().siteHost;
+  const bool another = !before.empty() && before != configuration.siteHost;
+  SiteConfiguration::setCurrent(std::move(configuration));
+  problem_.clear();
+  field_.resignFirstResponder();
+  shown_ = false;
+  emit changed();
+  if (another) {
+    emit siteChanged(forGood);
+  }
 }
 
 void SiteChooser::refuse(const QString& problem) {
@@ -75,9 +92,12 @@ void SiteChooser::use() {
   }
   // A demo site that is still starting comes too late.
   starting_ = false;
+  if (isDemo() && host == SiteConfiguration::current().siteHost) {
+    close();
+    return;
+  }
   SiteConfiguration configuration = withoutDemo();
   configuration.siteHost = host;
-  SiteConfiguration::setCurrent(std::move(configuration));
   const std::filesystem::path file = SiteConfiguration::defaultFile();
   if (!SiteConfiguration::saveSiteHost(file, host)) {
     Alert alert;
@@ -88,10 +108,7 @@ void SiteChooser::use() {
     alert.buttons = {"Ok"};
     Alerts::show(std::move(alert));
   }
-  problem_.clear();
-  field_.resignFirstResponder();
-  shown_ = false;
-  emit changed();
+  take(std::move(configuration), true);
 }
 
 void SiteChooser::useDemo() {
@@ -112,10 +129,7 @@ void SiteChooser::useDemo() {
         configuration.siteHost = host.toStdString();
         configuration.noticeHost = configuration.siteHost;
         configuration.forumHost = configuration.siteHost + "/forum";
-        SiteConfiguration::setCurrent(std::move(configuration));
-        self->problem_.clear();
-        self->shown_ = false;
-        emit self->changed();
+        self->take(std::move(configuration), false);
       });
 }
 

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 
+#include "platform/SiteConfiguration.h"
 #include "shell/DemoSiteProcess.h"
 #include "toolkit/TextField.h"
 
@@ -45,9 +46,14 @@ class SiteChooser : public QObject {
 
  signals:
   void changed();
+  /// The question is about to be shown over the login form.
+  void opened();
+  /// The site is another one than before, for this run alone or from now on.
+  void siteChanged(bool forGood);
 
  private:
   void refuse(const QString& problem);
+  void take(SiteConfiguration configuration, bool forGood);
 
   TextField field_;
   QString problem_;

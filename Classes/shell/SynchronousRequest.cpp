@@ -59,10 +59,12 @@ class InputFilter final : public QObject {
     }
   }
 
+  ~InputFilter() override { LoadingIndicator::sharedInstance().setHint({}); }
+  InputFilter(const InputFilter&) = delete;
+  InputFilter& operator=(const InputFilter&) = delete;
+
   bool eventFilter(QObject* receiver, QEvent* event) override {
     switch (event->type()) {
-      case QEvent::Shortcut:
-        return true;
       case QEvent::ShortcutOverride:
         // Refused, the key would be looked up among the screens' shortcuts.
         event->accept();

@@ -56,11 +56,10 @@ class Unseen {
 
 }  // namespace
 
-std::string readPassword() {
+std::optional<std::string> readPassword() {
   const Unseen unseen;
   std::string password;
-  std::getline(std::cin, password);
-  return password;
+  return std::getline(std::cin, password) ? std::optional(password) : std::nullopt;
 }
 
 }  // namespace veltramoor::cli

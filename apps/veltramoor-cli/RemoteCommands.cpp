@@ -45,6 +45,9 @@ int remoteSet(const RemoteArguments& arguments) {
   std::optional<std::string> password;
   if (arguments.passwordFromInput) {
     password = readPassword();
+    if (!password) {
+      return fail(kWrongUsage, "No password was given.");
+    }
   }
   ServerInfo& info = ServerInfo::sharedInstance();
   const Preferences& preferences = Preferences::sharedInstance();

@@ -50,8 +50,11 @@ int login(Terminal& terminal, const std::string& username, bool json) {
   if (SiteConfiguration::current().siteHost.empty()) {
     return noSite();
   }
-  const std::string password = readPassword();
-  const Page page = exchange<FetchPageSignIn>(terminal, loginAddress(), username, password);
+  const std::optional<std::string> password = readPassword();
+  if (!password) {
+    return fail(kWrongUsage, "No password was given.");
+  }
+  const Page page = exchange<FetchPageSignIn>(terminal, loginAddress(), username, *password);
   const LoginOutcome outcome = judgeLogin(*page);
   return outcome.loggedIn ? tell(json) : fail(kRefused, outcome.message);
 }

@@ -228,6 +228,19 @@ TEST_F(AllListViewControllerTest, CountsSendsAndMarksEveryRowOfTheName) {
   EXPECT_FALSE(list_->rows()->torrents()->at(6).isDownloaded);
 }
 
+TEST_F(AllListViewControllerTest, ALatePageLeavesTheOverlayToTheListThatWaitsNow) {
+  const auto other = std::make_shared<AllListViewController>(TableViewStyle::Plain);
+  site_.setFault("/recent/0", Fault{FaultKind::None, std::chrono::milliseconds(200), 0});
+  site_.setFault("/recent/1", Fault{FaultKind::None, std::chrono::milliseconds(600), 0});
+  list_->fetchPage(0);
+  other->fetchPage(1);
+  ASSERT_TRUE(waitForPages(1));
+  EXPECT_EQ(other->rows()->torrents(), std::nullopt);
+  EXPECT_TRUE(LoadingIndicator::sharedInstance().isShown());
+  ASSERT_TRUE(waitFor([&] { return !other->hasBackgroundWork() && other->rows()->torrents(); }));
+  EXPECT_FALSE(LoadingIndicator::sharedInstance().isShown());
+}
+
 TEST_F(AllListViewControllerTest, DisablesEveryTabWhileItLoads) {
   TabBarController tabs;
   const auto other = std::make_shared<ViewController>(QString());

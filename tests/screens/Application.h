@@ -20,12 +20,17 @@
 namespace veltramoor::test {
 
 /// The item of that name beneath `root`: what a loader made is no QObject child of the window.
-inline QQuickItem* itemNamed(QQuickItem* root, const QString& name) {
+inline QQuickItem* itemNamed(QQuickItem* root, const QString& name, bool onlyShown = false) {
   if (root->objectName() == name) {
     return root;
   }
+  if (root->objectName() == QLatin1String("webView")) {
+    return nullptr;  // The engine's own items below it have no type information to be checked by.
+  }
   for (QQuickItem* child : root->childItems()) {
-    if (QQuickItem* found = itemNamed(child, name)) {
+    QQuickItem* found =
+        onlyShown && !child->isVisible() ? nullptr : itemNamed(child, name, onlyShown);
+    if (found != nullptr) {
       return found;
     }
   }
@@ -76,8 +81,10 @@ class Application {
                        << list().notice().toStdString();
     return there;
   }
+  /// Rather one on show than one of the same name on a screen beneath.
   [[nodiscard]] QQuickItem* item(const char* name) const {
-    return itemNamed(window_->contentItem(), QLatin1String(name));
+    QQuickItem* shown = itemNamed(window_->contentItem(), QLatin1String(name), true);
+    return shown != nullptr ? shown : itemNamed(window_->contentItem(), QLatin1String(name));
   }
   [[nodiscard]] bool waitForItem(const char* name) const {
     return waitFor([&] {

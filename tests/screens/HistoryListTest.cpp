@@ -128,7 +128,7 @@ TEST_F(HistoryListTest, DeletesFromTheStoreWhatTheRowShowsAndFromTheCopyItsMirro
 
 class HistoryWindowTest : public HistoryListTest {
  protected:
-  // Rows that went are drawn until the next frame.
+  // Rows that went are drawn until the next frame, and those below them stand where they stood.
   QQuickItem* rowItem(const Application& app, int row) {
     QQuickItem* found = nullptr;
     EXPECT_TRUE(waitFor([&] {
@@ -140,7 +140,7 @@ class HistoryWindowTest : public HistoryListTest {
       }
       QMetaObject::invokeMethod(app.item("historyTable"), "itemAtIndex",
                                 Q_RETURN_ARG(QQuickItem*, found), Q_ARG(int, row));
-      return found != nullptr;
+      return found != nullptr && found->y() == 37 * row;
     }));
     return found;
   }

@@ -124,6 +124,13 @@ TEST_F(LoginTest, SwitchesAndFieldsAreStoredAndReadBack) {
   }
   EXPECT_EQ(store_.string("Veltramoor_username"), "bo") << "passing through deletes nothing";
   EXPECT_EQ(store_.string("Veltramoor_password"), "p");
+  again.username()->becomeFirstResponder();
+  again.username()->setText("cara");
+  again.username()->resignFirstResponder();
+  again.password()->becomeFirstResponder();
+  again.password()->returnPressed();
+  EXPECT_EQ(store_.string("Veltramoor_username"), "cara");
+  EXPECT_EQ(store_.string("Veltramoor_password"), "") << "another account does not get this one's";
   again.automaticLogin()->toggle();
   EXPECT_EQ(store_.string("Veltramoor_automaticLogin"), "NO");
   EXPECT_FALSE(again.hasBackgroundWork()) << "return starts no login";

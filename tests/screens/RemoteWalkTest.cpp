@@ -21,26 +21,11 @@ class RemoteWalkTest : public test::WebTest {
   }
   ~RemoteWalkTest() override { CookieStorage::sharedInstance().erase({"127.0.0.1", ".127.0.0.1"}); }
 
-  /// The item on show of that name; a tab that is left keeps its items.
-  static QQuickItem* shown(QQuickItem* root, const QString& name) {
-    if (!root->isVisible()) {
-      return nullptr;
-    }
-    if (root->objectName() == name) {
-      return root;
-    }
-    for (QQuickItem* child : root->childItems()) {
-      if (QQuickItem* found = shown(child, name)) {
-        return found;
-      }
-    }
-    return nullptr;
-  }
   void tapOn(const QString& name) {
     QQuickItem* found = nullptr;
     ASSERT_TRUE(waitFor([&] {
-      found = shown(app_.window()->contentItem(), name);
-      return found != nullptr && found->isEnabled();
+      found = app_.item(name.toLatin1());
+      return found != nullptr && found->isVisible() && found->isEnabled();
     })) << name.toStdString();
     app_.click(found);
   }
@@ -74,7 +59,7 @@ class RemoteWalkTest : public test::WebTest {
       return screen != nullptr && screen->myWebView() != nullptr &&
              !screen->myWebView()->isLoading() && !isOverlayShown();
     })) << source;
-    EXPECT_TRUE(shown(app_.window()->contentItem(), QStringLiteral("webView")) != nullptr);
+    EXPECT_TRUE(app_.waitForItem("webView"));
     EXPECT_TRUE(waitForValue(*screen, source, expected));
   }
 
@@ -109,9 +94,7 @@ TEST_F(RemoteWalkTest, SettingsTestPageBackAndLogout) {
   expectPage(ratio, "true");
   expectPage("'' + document.documentElement.outerHTML.includes('p#1')", "false");
   tapOn(QStringLiteral("webBackButton"));
-  EXPECT_TRUE(waitFor([&] {
-    return shown(app_.window()->contentItem(), QStringLiteral("serverSettings")) != nullptr;
-  }));
+  EXPECT_TRUE(waitFor([&] { return app_.item("serverSettings")->isVisible(); }));
 
   openTab(3);
   expectPage(ratio, "true");

@@ -44,6 +44,14 @@ TEST_F(SessionCliTest, ASessionLastsFromLoginToLogout) {
   EXPECT_EQ(status_, 1);
   run({"login", "anna", "--password", "on the command line"});
   EXPECT_EQ(status_, 2);
+  // Input that ends before a line is no empty password.
+  run({"login", "anna"}, "");
+  EXPECT_EQ(status_, 2);
+  run({"remote", "set", "--client", "Vuze", "--address", "a", "--user", "b", "--password-stdin"},
+      "kept\n");
+  run({"remote", "set", "--password-stdin"}, "");
+  EXPECT_EQ(status_, 2);
+  EXPECT_NE(run({"remote", "show"}).find("with a password"), std::string::npos);
 }
 
 // What the shell gets back when the question for the password was broken off.

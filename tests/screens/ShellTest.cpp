@@ -233,6 +233,14 @@ TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
   open("moreRow2", "historyList");
   EXPECT_EQ(label(), "D/l History, back to More");
   app.type(Qt::Key_Escape);
+  open("moreRow0", "torrentTable");
+  ASSERT_TRUE(idle(app));
+  app.click(app.item("settingsBtn"));
+  ASSERT_TRUE(app.waitForItem("displaySettings"));
+  app.hold(Qt::Key_Escape);
+  EXPECT_TRUE(app.waitForItem("torrentTable"));
+  EXPECT_EQ(label(), "Uploads, back to More") << "a held key goes back once";
+  app.type(Qt::Key_Escape);
   open("moreRow4", "serverSettings");
   app.click(app.item("tab4"));
   open("moreRow4", "serverSettings");
@@ -247,6 +255,24 @@ TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
 TEST_F(ShellTest, ThePanelTurnsAndReturns) {
   Application app(nullptr);
   ASSERT_TRUE(app.waitForItem("loginView"));
+  int opened = 0;
+  app.root().loginViewController()->donateView()->setOpenUrl([&opened](const QUrl&) {
+    ++opened;
+    return true;
+  });
+  app.item("donateView")->forceActiveFocus();
+  app.hold(Qt::Key_Return);
+  EXPECT_EQ(opened, 1);
+  app.click(app.item("anonymousLogin"));
+  app.click(app.item("password"));
+  app.typeText("secret");
+  app.click(app.item("changeSiteButton"));
+  ASSERT_TRUE(app.waitForItem("siteField"));
+  app.typeText("x");
+  EXPECT_TRUE(app.root().loginViewController()->site()->field()->text().endsWith('x'))
+      << "what is typed goes to the field on show";
+  EXPECT_EQ(app.root().loginViewController()->password()->text(), QStringLiteral("secret"));
+  app.click(app.item("keepSiteButton"));
   app.click(app.item("infoButton"));
   EXPECT_TRUE(app.root().loginViewController()->isInfoViewShown());
   ASSERT_TRUE(waitFor([&] { return app.item("returnButton")->hasActiveFocus(); }));

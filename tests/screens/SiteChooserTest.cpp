@@ -77,6 +77,13 @@ TEST_F(SiteChooserTest, TheDemoSiteIsForThisRunAloneAndLeavesNothingToTheNext) {
     EXPECT_TRUE(site.siteLabel().contains("password demo")) << "an account to try";
     EXPECT_EQ(storedHost(), "");
   }
+  site.open();
+  EXPECT_EQ(site.field()->text(), QStringLiteral("index.test")) << "not an address of this run";
+  site.field()->setText(site.siteHost());
+  site.use();
+  EXPECT_FALSE(site.isShown());
+  EXPECT_EQ(storedHost(), "") << "the demo site is not stored by its address either";
+  EXPECT_EQ(SiteConfiguration::current().noticeHost, SiteConfiguration::current().siteHost);
   site.field()->setText("other.test");
   site.use();
   EXPECT_EQ(SiteConfiguration::current().siteHost, "other.test");
@@ -89,17 +96,47 @@ TEST_F(SiteChooserTest, AChoiceMadeWhileTheDemoSiteStartsIsTheLaterOne) {
   SiteChooser site;
   site.useDemo();
   EXPECT_FALSE(site.isDemoOffered());
+  QString demo;
+  DemoSiteProcess::sharedInstance().start([&demo](const QString& host) { demo = host; });
   site.field()->setText("other.test");
   site.use();
   EXPECT_TRUE(site.isDemoOffered());
-  int started = 0;
-  DemoSiteProcess::sharedInstance().start([&started](const QString& host) {
-    EXPECT_TRUE(host.startsWith("127.0.0.1:"));
-    ++started;
-  });
-  ASSERT_TRUE(waitFor([&] { return started > 0; }));
-  EXPECT_EQ(started, 1);
+  ASSERT_TRUE(waitFor([&] { return !demo.isEmpty(); })) << "it listens, and all have been told";
+  EXPECT_TRUE(demo.startsWith("127.0.0.1:"));
   EXPECT_EQ(SiteConfiguration::current().siteHost, "other.test");
+}
+
+// An account goes to no other site than it was typed for, unless somebody sends it there.
+TEST_F(SiteChooserTest, AnotherSiteIsNotOfferedTheStoredAccount) {
+  SiteConfiguration before;
+  before.siteHost = "index.test";
+  SiteConfiguration::setCurrent(before);
+  for (const auto& [key, value] : {std::pair("username", "anna"),
+                                   {"password", "annas-secret"},
+                                   {"anonymousLogin", "NO"},
+                                   {"automaticLogin", "YES"}}) {
+    store_.setString(std::string("Veltramoor_") + key, value);
+  }
+  const auto login = std::make_shared<LoginViewController>([] {});
+  login->appear();
+  const auto texts = [&] { return login->username()->text() + login->password()->text(); };
+  SiteChooser& site = *login->site();
+  site.open();
+  site.use();
+  EXPECT_EQ(texts(), QStringLiteral("annaannas-secret")) << "the same site";
+  site.useDemo();
+  ASSERT_TRUE(waitFor([&] { return site.siteHost().startsWith("127.0.0.1:"); }));
+  EXPECT_EQ(texts(), QString());
+  EXPECT_EQ(store_.string("Veltramoor_automaticLogin"), "YES") << "for this run alone";
+  login->username()->becomeFirstResponder();
+  site.open();
+  EXPECT_FALSE(login->username()->isEditing());
+  EXPECT_TRUE(site.field()->isEditing());
+  site.field()->setText("other.test");
+  site.use();
+  EXPECT_EQ(store_.string("Veltramoor_automaticLogin"), "NO") << "nor at the next start";
+  EXPECT_EQ(store_.string("Veltramoor_username"), "anna") << "and nothing is lost";
+  EXPECT_EQ(store_.string("Veltramoor_password"), "annas-secret");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "ScreenTest.h"
+#include "shell/LoadingIndicator.h"
 #include "support/RawServer.h"
 
 namespace veltramoor {
@@ -57,6 +58,23 @@ TEST_F(SynchronousRequestTest, ReturnsInTimeWhateverTheServerDoes) {
     EXPECT_LT(clock.elapsed(), 5000);
     EXPECT_GE(turns, 5) << "the window is drawn on";
   }
+}
+
+// What the overlay offers holds for as long as the wait, also when the overlay stays for another.
+TEST_F(SynchronousRequestTest, TheOfferToTapGoesWithTheWait) {
+  const RawServer server([](const RecordedRequest&) { return RawReply::hang(); });
+  LoadingIndicator& overlay = LoadingIndicator::sharedInstance();
+  overlay.setString("Loading...");
+  overlay.showLoadingIndicators();
+  bool offered = false;
+  QObject::connect(&overlay, &LoadingIndicator::changed, &delegate_,
+                   [&] { offered = offered || !overlay.hint().isEmpty(); });
+  const auto request = std::make_shared<HttpRequest>(Url::parse(server.url()));
+  EXPECT_EQ(requestSynchronously(request, 3500ms, GivingUp::Allowed), WaitEnd::GivenUp);
+  EXPECT_TRUE(offered);
+  EXPECT_TRUE(overlay.isShown());
+  EXPECT_EQ(overlay.hint(), QString());
+  overlay.hideLoadingIndicators();
 }
 
 }  // namespace

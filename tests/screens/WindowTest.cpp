@@ -154,8 +154,30 @@ TEST_F(WindowTest, WorksByKeyboardAlone) {
   app.type(Qt::Key_End);
   app.type(Qt::Key_Return);
   ASSERT_TRUE(app.waitForRows(60)) << "the last row asks for more";
+  app.type(Qt::Key_End);
+  for (int i = 0; i < 3; ++i) {
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QCoreApplication::sendEvent(app.window(), &held);
+    EXPECT_FALSE(app.list().hasBackgroundWork()) << "a held key asks for no further page";
+  }
   app.type(Qt::Key_F5);
   ASSERT_TRUE(app.waitForRows(30));
+}
+
+// By touch and wheel a list has no current row; the Tab key takes the first one on show.
+TEST_F(WindowTest, TheTabKeyKeepsTheListsPlace) {
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  ASSERT_NE(app.row(0), nullptr);
+  QQuickItem* table = app.item("torrentTable");
+  table->setProperty("contentY", 370 - table->property("topMargin").toDouble());
+  ASSERT_NE(app.row(20), nullptr);
+  app.item("refreshBtn")->forceActiveFocus();
+  for (int i = 0; i < 12 && !table->hasActiveFocus(); ++i) {
+    app.type(Qt::Key_Tab);
+  }
+  EXPECT_EQ(table->property("currentIndex").toInt(), 10);
+  EXPECT_EQ(table->property("contentY").toDouble(), 370 - table->property("topMargin").toDouble());
 }
 
 TEST_F(WindowTest, TheHeaderTakesTouchesOnlyAtItsTop) {
