@@ -23,6 +23,8 @@ class SynchronousRequestTest : public test::ScreenTest {
 
 TEST_F(SynchronousRequestTest, ReturnsInTimeWhateverTheServerDoes) {
   const std::string whole = RawServer::response(200, std::string(100'000, 'x'));
+  // All of them stay until the end, or their own end would end the transfers that were given up on.
+  std::vector<std::unique_ptr<RawServer>> servers;
   struct Case {
     const char* what;
     RawReply reply;
@@ -40,14 +42,15 @@ TEST_F(SynchronousRequestTest, ReturnsInTimeWhateverTheServerDoes) {
            Case{"hangs up", RawReply::close(), true},
        }) {
     SCOPED_TRACE(c.what);
-    const RawServer server([&](const RecordedRequest&) { return c.reply; });
+    servers.push_back(
+        std::make_unique<RawServer>([reply = c.reply](const RecordedRequest&) { return reply; }));
     int turns = 0;
     QTimer turning;
     QObject::connect(&turning, &QTimer::timeout, [&] { ++turns; });
     turning.start(10ms);
     QElapsedTimer clock;
     clock.start();
-    const auto request = std::make_shared<HttpRequest>(Url::parse(server.url()));
+    const auto request = std::make_shared<HttpRequest>(Url::parse(servers.back()->url()));
     EXPECT_EQ(requestSynchronously(request, c.finishes ? 9s : 500ms, GivingUp::No),
               c.finishes ? WaitEnd::Finished : WaitEnd::GivenUp);
     if (c.finishes) {
