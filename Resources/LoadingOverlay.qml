@@ -19,41 +19,50 @@ RoundedRectView {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: indicator.text + " " + indicator.hint
 
-    Spinner {
-        x: root.indicator.wheelFrame.x
-        y: root.indicator.wheelFrame.y
-        width: root.indicator.wheelFrame.width
-        height: root.indicator.wheelFrame.height
-        running: root.visible
-    }
+    // What turns is made when it is to be seen.
+    Loader {
+        anchors.fill: parent
+        active: root.visible
+        // qmllint disable unqualified
+        sourceComponent: Item {
+            Spinner {
+                x: root.indicator.wheelFrame.x
+                y: root.indicator.wheelFrame.y
+                width: root.indicator.wheelFrame.width
+                height: root.indicator.wheelFrame.height
+                running: root.visible
+            }
 
-    Text {
-        x: root.indicator.labelFrame.x
-        y: root.indicator.labelFrame.y
-        width: root.indicator.labelFrame.width
-        height: root.indicator.labelFrame.height
-        text: root.indicator.text
-        textFormat: Text.PlainText
-        color: Theme.textStrong
-        font { family: Theme.fontFamily; pixelSize: 20 }
-    }
+            Text {
+                x: root.indicator.labelFrame.x
+                y: root.indicator.labelFrame.y
+                width: root.indicator.labelFrame.width
+                height: root.indicator.labelFrame.height
+                text: root.indicator.text
+                textFormat: Text.PlainText
+                color: Theme.textStrong
+                font { family: Theme.fontFamily; pixelSize: 20 }
+            }
 
-    Rectangle {
-        visible: hint.text.length > 0
-        anchors { horizontalCenter: parent.horizontalCenter; top: parent.bottom; topMargin: 8 }
-        width: hint.implicitWidth + 20
-        height: hint.implicitHeight + 10
-        radius: 8
-        color: Theme.ground
+            Rectangle {
+                visible: hint.text.length > 0
+                anchors { horizontalCenter: parent.horizontalCenter; top: parent.bottom; topMargin: 8 }
+                width: hint.implicitWidth + 20
+                height: hint.implicitHeight + 10
+                radius: 8
+                color: Theme.ground
 
-        Text {
-            id: hint
-            objectName: "loadingHint"
-            anchors.centerIn: parent
-            text: root.indicator.hint
-            textFormat: Text.PlainText
-            color: Theme.text
-            font { family: Theme.fontFamily; pixelSize: 14 }
+                Text {
+                    id: hint
+                    objectName: "loadingHint"
+                    anchors.centerIn: parent
+                    text: root.indicator.hint
+                    textFormat: Text.PlainText
+                    color: Theme.text
+                    font { family: Theme.fontFamily; pixelSize: 14 }
+                }
+            }
         }
+        // qmllint enable unqualified
     }
 }

@@ -2,6 +2,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <malloc.h>
 #include <QCommandLineParser>
+#include <QFont>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -167,6 +168,8 @@ int main(int argc, char** argv) {
   QGuiApplication application(argc, argv);
   // Sharper at one pixel a point, and without the large glyph textures of the other kind.
   QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+  // What names no font of its own would have the system's opened as well, half a megabyte of it.
+  QGuiApplication::setFont(QFont(QStringLiteral("Liberation Sans")));
   QGuiApplication::setApplicationName(QStringLiteral("veltramoor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Veltramoor"));
   QGuiApplication::setApplicationVersion(QString::fromStdString(veltramoor::Bundle::version()));
