@@ -29,7 +29,8 @@ ForumWebViewController::ForumWebViewController(const std::optional<Url>& url,
 void ForumWebViewController::viewWillAppear() {
   appearWithNavigationBarHidden(true);
   restarts_.clear();
-  if (std::exchange(stoppedEarly_, false)) {
+  const bool failed = myWebView() != nullptr && !myWebView()->error().isEmpty();
+  if (std::exchange(stoppedEarly_, false) || failed) {
     viewDidLoad();
   }
 }

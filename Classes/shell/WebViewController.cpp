@@ -40,7 +40,7 @@ WebPage& WebViewController::makeWebView(bool handset, const QString& profileKey)
   page->setScalesPageToFit(true);
   // What draws the old one may be the caller.
   if (WebPage* old = std::exchange(myWebView_, std::move(page)).release()) {
-    old->stop();
+    old->abandon();
     old->deleteLater();
   }
   emit webViewChanged();
@@ -236,7 +236,7 @@ void WebViewController::drop() {
   stoppedEarly_ = stoppedEarly_ || myWebView_ != nullptr || fetches_ > 0;
   result_.reset();
   if (WebPage* page = std::exchange(myWebView_, nullptr).release()) {
-    page->stop();
+    page->abandon();
     page->deleteLater();
     emit webViewChanged();
   }

@@ -11,6 +11,20 @@
 namespace veltramoor {
 namespace {
 
+class Nobody final : public WebPageDelegate {
+ public:
+  bool shouldStartLoadWithRequest(const QUrl&, int) override { return false; }
+  void webViewDidStartLoad() override {}
+  void webViewDidFinishLoad() override {}
+  void didFailLoadWithError(const QString&) override {}
+  void webViewWasStopped() override {}
+};
+
+WebPageDelegate& nobody() {
+  static Nobody instance;
+  return instance;
+}
+
 int portOf(const QUrl& url) { return url.port(url.scheme() == QLatin1String("https") ? 443 : 80); }
 
 }  // namespace
@@ -96,6 +110,11 @@ void WebPage::stop() {
     emit changed();
     delegate_->webViewWasStopped();
   }
+}
+
+void WebPage::abandon() {
+  stop();
+  delegate_ = &nobody();
 }
 
 void WebPage::goBack() { emit backRequested(); }

@@ -54,6 +54,9 @@ class WebPage : public QObject {
   void loadHtml(const QString& html, const std::optional<Url>& base);
   Q_INVOKABLE void loadUrl(const QUrl& url);
   void stop();
+  /// Stops, and from then on the delegate hears of nothing and the page goes nowhere: for a page
+  /// that is about to be deleted, whose view may still be at work.
+  void abandon();
   void goBack();
   void goForward();
   /// Runs `source` in the page; `callback` gets its value, nothing when the page went meanwhile.

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QNetworkCookie>
 #include <QUrl>
-#include <QWebEngineCookieStore>
 #include <utility>
 
 namespace veltramoor {
@@ -31,9 +30,7 @@ QVariantMap mapOf(const QNetworkCookie& cookie) {
 
 }  // namespace
 
-CookieMirror::CookieMirror(QWebEngineCookieStore* store) : store_(store) {
-  connect(store, &QWebEngineCookieStore::cookieAdded, this, &CookieMirror::cookieAdded);
-  connect(store, &QWebEngineCookieStore::cookieRemoved, this, &CookieMirror::cookieRemoved);
+CookieMirror::CookieMirror(SetCookie setCookie) : setCookie_(std::move(setCookie)) {
   patience_.setSingleShot(true);
   patience_.setInterval(kPatience);
   connect(&patience_, &QTimer::timeout, this, &CookieMirror::giveUp);
@@ -67,7 +64,7 @@ void CookieMirror::set(const Key& key, const Content& content) {
   if (content.expires != 0) {
     cookie.setExpirationDate(QDateTime::fromSecsSinceEpoch(content.expires, Qt::UTC));
   }
-  store_->setCookie(cookie, origin);
+  setCookie_(cookie, origin);
 }
 
 // The engine's own deletion goes by name and address and takes other cookies along: those of the
@@ -91,26 +88,33 @@ void CookieMirror::push(const QVariantList& cookies) {
     wantedKeys.insert(key);
   }
   // First what goes: the engine refuses a cookie in whose place a secure one of that name is.
-  QHash<Key, Content> unwanted = held_;
+  QHash<Key, Content> unwanted = refused_;
+  unwanted.insert(leaving_);
+  unwanted.insert(held_);
   for (auto told = awaited_.constBegin(); told != awaited_.constEnd(); ++told) {
     if (*told) {
       unwanted.insert(told.key(), **told);
     }
   }
   for (auto one = unwanted.constBegin(); one != unwanted.constEnd(); ++one) {
-    if (!wantedKeys.contains(one.key())) {
-      // One that a page has just removed may have been set anew, which is not known yet.
-      if (!overdue_.contains(one.key()) && !gone_.contains(one.key())) {
-        awaited_.insert(one.key(), std::nullopt);
-      }
-      expire(one.key(), *one);
+    const Key& key = one.key();
+    if (wantedKeys.contains(key)) {
+      continue;
     }
+    // One that a page has just removed may have been set anew, which is not known yet.
+    const bool answers = !refused_.contains(key) && !gone_.contains(key);
+    if (answers && !leaving_.contains(key)) {
+      awaited_.insert(key, std::nullopt);
+    }
+    refused_.remove(key);
+    leaving_.insert(key, *one);
+    expire(key, *one);
   }
   for (const auto& [key, content] : wanted) {
-    const bool held = held_.value(key) == content && held_.contains(key) && !overdue_.contains(key);
+    const bool held = held_.value(key) == content && held_.contains(key) && !leaving_.contains(key);
     const bool told = awaited_.contains(key) ? awaited_[key] == content : held;
     if (!told && !(refused_.contains(key) && refused_[key] == content)) {
-      overdue_.remove(key);
+      leaving_.remove(key);
       awaited_.insert(key, content);
       set(key, content);
     }
@@ -126,13 +130,17 @@ void CookieMirror::cookieAdded(const QNetworkCookie& cookie) {
   const Key key = keyOf(cookie);
   const Content content = contentOf(cookie);
   gone_.remove(key);
+  const bool confirmsLate = refused_.contains(key) && refused_[key].equalsButForTime(content);
   refused_.remove(key);
   const auto awaited = awaited_.constFind(key);
-  if (overdue_.contains(key) || (awaited != awaited_.constEnd() && !*awaited)) {
-    // It was set before it was told to go, which is still to come.
+  const bool goes = awaited != awaited_.constEnd() && !*awaited;
+  const bool wentLate = awaited == awaited_.constEnd() && leaving_.contains(key) &&
+                        leaving_[key].equalsButForTime(content);
+  if (goes || wentLate || confirmsLate) {
     held_.insert(key, content);
     return;
   }
+  leaving_.remove(key);
   if (awaited != awaited_.constEnd() && (*awaited)->equalsButForTime(content)) {
     // As it was told, whatever the engine makes of the time.
     held_.insert(key, **awaited);
@@ -149,16 +157,17 @@ void CookieMirror::cookieAdded(const QNetworkCookie& cookie) {
 
 void CookieMirror::cookieRemoved(const QNetworkCookie& cookie) {
   const Key key = keyOf(cookie);
-  if (overdue_.remove(key)) {
-    held_.remove(key);
-    return;
-  }
+  const bool left = leaving_.remove(key);
   const auto awaited = awaited_.constFind(key);
   if (awaited != awaited_.constEnd()) {
     if (!*awaited) {
       held_.remove(key);
       settle(key);
     }
+    return;
+  }
+  if (left) {
+    held_.remove(key);
     return;
   }
   // A new value is reported as a removal with an addition after it.
@@ -193,8 +202,6 @@ void CookieMirror::giveUp() {
   for (auto one = unanswered.constBegin(); one != unanswered.constEnd(); ++one) {
     if (one.value()) {
       refused_.insert(one.key(), *one.value());
-    } else if (held_.contains(one.key())) {
-      overdue_.insert(one.key());
     }
   }
   emit pushed();

@@ -3,13 +3,13 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QTimer>
 #include <QVariantList>
+#include <functional>
 #include <optional>
 
 class QNetworkCookie;
-class QWebEngineCookieStore;
+class QUrl;
 
 namespace veltramoor {
 
@@ -19,7 +19,14 @@ class CookieMirror : public QObject {
   Q_OBJECT
 
  public:
-  explicit CookieMirror(QWebEngineCookieStore* store);
+  /// Tells the engine to set a cookie as a server at the URL would; the engine answers later.
+  using SetCookie = std::function<void(const QNetworkCookie&, const QUrl&)>;
+
+  explicit CookieMirror(SetCookie setCookie);
+
+  /// What the engine says.
+  void cookieAdded(const QNetworkCookie& cookie);
+  void cookieRemoved(const QNetworkCookie& cookie);
 
   /// Makes the engine's cookies be `cookies` and no others. `pushed` says when the engine has taken
   /// them over, at once when nothing had to change.
@@ -56,20 +63,20 @@ class CookieMirror : public QObject {
   static Content contentOf(const QNetworkCookie& cookie);
   void set(const Key& key, const Content& content);
   void expire(const Key& key, const Content& content);
-  void cookieAdded(const QNetworkCookie& cookie);
-  void cookieRemoved(const QNetworkCookie& cookie);
   void reportRemovals();
   void settle(const Key& key);
   void giveUp();
 
-  QWebEngineCookieStore* store_;
+  SetCookie setCookie_;
   // What the engine is known to hold, until it says that it dropped it; and what it has been told
   // to hold (nothing: to drop).
   QHash<Key, Content> held_;
   QHash<Key, std::optional<Content>> awaited_;
-  // Told to go, without an answer in time: told again by every push, waited for no more.
-  QSet<Key> overdue_;
-  // Cookies that the engine does not take; no load waits for them twice.
+  // Told to go, until the engine says that it went: told again by every push, waited for once. One
+  // that comes after all is an answer to what was told before, and nothing that a page did.
+  QHash<Key, Content> leaving_;
+  // Cookies that the engine did not confirm in time: it refuses them, or is slow. No load waits for
+  // them twice.
   QHash<Key, Content> refused_;
   // Removals that may turn out to be the first half of a new value.
   QHash<Key, QVariantMap> gone_;

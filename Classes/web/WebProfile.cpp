@@ -1,11 +1,20 @@
 #include "web/WebProfile.h"
 
 #include <QMetaObject>
+#include <QNetworkCookie>
+#include <QWebEngineCookieStore>
 
 namespace veltramoor {
 
 WebProfile::WebProfile(const QString& userAgent, QObject* jar)
-    : cookies_(engine_.cookieStore()), jar_(jar) {
+    : cookies_([store = engine_.cookieStore()](const QNetworkCookie& cookie, const QUrl& origin) {
+        store->setCookie(cookie, origin);
+      }),
+      jar_(jar) {
+  connect(engine_.cookieStore(), &QWebEngineCookieStore::cookieAdded, &cookies_,
+          &CookieMirror::cookieAdded);
+  connect(engine_.cookieStore(), &QWebEngineCookieStore::cookieRemoved, &cookies_,
+          &CookieMirror::cookieRemoved);
   engine_.setOffTheRecord(true);
   engine_.setHttpCacheType(QQuickWebEngineProfile::MemoryHttpCache);
   engine_.setPersistentCookiesPolicy(QQuickWebEngineProfile::NoPersistentCookies);

@@ -66,7 +66,7 @@ int details(Terminal& terminal, const DetailsArguments& arguments, bool json) {
     if (request.imdb()) {
       answer["imdb"] = *request.imdb();
     }
-    fmt::print("{}\n", answer.dump(2));
+    fmt::print("{}\n", jsonText(answer, 2));
     return kDone;
   }
   std::istringstream lines(text);

@@ -1,10 +1,13 @@
 // Loads that end in other ways than with a page, what opens a page at all, and what a logout
 // leaves.
+#include <QPointer>
+
 #include "WebTest.h"
 #include "remote/ClientWebViewController.h"
 #include "remote/ServerInfo.h"
 #include "shell/ForumWebViewController.h"
 #include "shell/SiteWebViewController.h"
+#include "support/TransmissionDaemon.h"
 #include "toolkit/WebCookies.h"
 
 namespace veltramoor {
@@ -170,6 +173,25 @@ TEST_F(WebLoadsTest, OnlyTappedLinksOpenWhatAsksForAWindow) {
   ASSERT_TRUE(waitForValue(*site, "document.title", "/page?a=%20b"));
 }
 
+TEST_F(WebLoadsTest, AForumThatFailedIsAskedForAgainAtTheNextVisit) {
+  const std::string host = configuration_.forumHost;
+  configuration_.forumHost = "127.0.0.1:" + std::to_string(test::freePort());
+  SiteConfiguration::setCurrent(configuration_);
+  const auto forum = std::make_shared<ForumWebViewController>(std::nullopt, nullptr);
+  watch(*forum);
+  Application app(std::make_shared<NavigationController>(forum));
+  ASSERT_TRUE(waitForLoads(1));
+  EXPECT_FALSE(lastGood_);
+  configuration_.forumHost = host;
+  SiteConfiguration::setCurrent(configuration_);
+  pages_.set("/", "<title>there again</title>");
+  visitAgain(*forum);
+  ASSERT_TRUE(waitForLoads(2));
+  EXPECT_EQ(valueOf(*forum, "document.title"), "there again");
+  visitAgain(*forum);
+  EXPECT_FALSE(forum->hasBackgroundWork()) << "a page that is there stays";
+}
+
 TEST_F(WebLoadsTest, ALogoutDropsTheTabsPagesAndTheNextVisitFetchesThem) {
   for (const auto& tab : tabs()) {
     SCOPED_TRACE(tab->tabBarItem()->title().toStdString());
@@ -180,9 +202,17 @@ TEST_F(WebLoadsTest, ALogoutDropsTheTabsPagesAndTheNextVisitFetchesThem) {
     Application app(std::make_shared<NavigationController>(tab));
     ASSERT_TRUE(waitForLoads(1));
     std::size_t hits = pages_.hits("/");
+    const QPointer<WebPage> old = tab->myWebView();
     tab->viewWillDisappear();
     WebCookies::sharedInstance().push();
     EXPECT_EQ(tab->myWebView(), nullptr);
+    if (old != nullptr) {
+      // Its view is there for a moment longer, and what it says is nobody's business any more.
+      EXPECT_FALSE(old->shouldStartLoad(QUrl("http://elsewhere.test/"), 0, true));
+      old->reportStarted();
+      old->reportFinished();
+      EXPECT_FALSE(isOverlayShown());
+    }
     EXPECT_EQ(tab->result(), std::nullopt);
     EXPECT_TRUE(waitFor([&] { return app.item("webView") == nullptr; }));
     pages_.set("/", "<title>of berta</title>");
