@@ -17,7 +17,19 @@ UploadListViewController::UploadListViewController(TableViewStyle style)
   tabBarItem()->set(tr("Uploads"), QStringLiteral("tabbar-upload.png"), 0);
 }
 
+void UploadListViewController::viewWillAppear() {
+  if (rows()->torrents() && owner_ != UserInfo::sharedInstance().username()) {
+    // The list outlives a logout, and the next person must not see the last one's.
+    rows()->clear();
+    rows()->setNoMoreTorrents(true);
+    rows()->reload();
+    fetchPage(0);
+  }
+  AllListViewController::viewWillAppear();
+}
+
 std::optional<Url> UploadListViewController::pageUrl(int page) {
+  owner_ = UserInfo::sharedInstance().username();
   const std::string order =
       sortedOrder(setting(PreferencesKeys::uploadOrderBy), setting(PreferencesKeys::uploadSortBy));
   return Url::parse(fmt::format("http://{}/user/{}/{}/{}", SiteConfiguration::current().siteHost,

@@ -12,11 +12,18 @@ class UploadListViewController : public veltramoor::AllListViewController {
  public:
   explicit UploadListViewController(TableViewStyle style);
 
+  /// Fetches page 0 unless a page of whoever is signed in now has arrived before.
+  void viewWillAppear() override;
+
  protected:
   /// The user's name stands in it unescaped: a name that no URL may hold gives none.
   [[nodiscard]] std::optional<Url> pageUrl(int page) override;
   [[nodiscard]] QString emptyText() const override;
   [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
+
+ private:
+  // Whose uploads were asked for last.
+  std::optional<std::string> owner_;
 };
 
 }  // namespace veltramoor

@@ -189,6 +189,24 @@ TEST_F(ListVariantsTest, UploadsAreAskedForByNameOrderAndPage) {
   }
 }
 
+// The list outlives a logout.
+TEST_F(ListVariantsTest, AnotherPersonDoesNotSeeTheLastOnesUploads) {
+  UserInfo::sharedInstance().setUsername("anna");
+  const auto list = made<UploadListViewController>();
+  EXPECT_EQ(fetched(*list, [&] { list->viewWillAppear(); }), "/user/anna/0/99");
+  ASSERT_EQ(list->rows()->torrentCount(), 30);
+  list->viewWillAppear();
+  EXPECT_FALSE(list->hasBackgroundWork()) << "the same person's stay";
+  UserInfo::sharedInstance().setUsername("Anonymous");
+  EXPECT_EQ(fetched(*list,
+                    [&] {
+                      list->viewWillAppear();
+                      EXPECT_EQ(list->rows()->torrentCount(), 0);
+                    }),
+            "/user/Anonymous/0/99");
+  EXPECT_EQ(list->rows()->torrentCount(), 0);
+}
+
 // What an option of one command changes is neither stored nor seen by another list.
 TEST_F(ListVariantsTest, OneListCanBeToldOtherSettings) {
   const auto list = made<AllListViewController>();
