@@ -33,7 +33,12 @@ FocusScope {
         clip: true
         text: root.controller.html
         textFormat: Text.StyledText
-        onLinkActivated: link => root.controller.shouldStartLoadWithRequest(link, 0)
+    }
+
+    // A picture within a link takes no taps of its own.
+    MouseArea {
+        anchors.fill: parent
+        onClicked: root.controller.donate()
     }
 
     Rectangle {
