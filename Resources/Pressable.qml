@@ -9,6 +9,7 @@ Item {
     property bool pressed: area.pressed
     readonly property bool hovered: area.containsMouse
     property real ringRadius: 6
+    property color ringColor: Theme.accent
 
     signal clicked()
 
@@ -36,7 +37,7 @@ Item {
         radius: root.ringRadius
         color: root.pressed ? "#40ffffff" : root.hovered ? "#1affffff" : "transparent"
         border.width: root.activeFocus ? 2 : 0
-        border.color: Theme.accent
+        border.color: root.ringColor
     }
 
     MouseArea {

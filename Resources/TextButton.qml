@@ -8,6 +8,7 @@ Pressable {
     property bool filled: false
 
     height: Theme.touchTarget
+    ringColor: filled ? Theme.textStrong : Theme.accent
 
     Rectangle {
         z: -1
