@@ -106,6 +106,15 @@ FocusScope {
                 toTop()
             wasEmpty = count === 0
         }
+
+        // Other rows come in their place: else the view would go on at "load more", the last one.
+        Connections {
+            target: root.controller.rows
+            function onRowsAboutToBeRemoved(parent: var, first: int): void {
+                if (first === 0)
+                    list.currentIndex = -1
+            }
+        }
     }
 
     Text {

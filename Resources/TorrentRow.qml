@@ -74,7 +74,8 @@ Item {
         plate: torrentCell.highlighted ? Theme.rowPressed : Theme.row
         sent: root.sent
         label: qsTr("Send %1 to your computer").arg(root.summary)
-        activeFocusOnTab: root.current
+        // Not to be taken back while it has the focus, which leaves together with the row.
+        activeFocusOnTab: root.current || activeFocus
         onClicked: root.controller.didTapDownloadButton(root.index)
     }
 

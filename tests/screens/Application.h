@@ -103,6 +103,11 @@ class Application {
         << row;
     return found;
   }
+  /// The name of what the keys go to; empty: nothing.
+  [[nodiscard]] std::string focused() const {
+    const QQuickItem* item = window_->activeFocusItem();
+    return item == nullptr ? std::string() : item->objectName().toStdString();
+  }
   void click(QQuickItem* target, QPointF at = {-1, -1}) const {
     ASSERT_NE(target, nullptr);
     const QPointF local = at.x() < 0 ? target->boundingRect().center() : at;

@@ -108,9 +108,6 @@ class ServerSettingsWindowTest : public ServerSettingsTest {
       QTest::keyClick(app_.window(), *c);
     }
   }
-  [[nodiscard]] std::string focused() const {
-    return app_.window()->activeFocusItem()->objectName().toStdString();
-  }
 
   std::shared_ptr<ServerSettingsViewController> screen_ =
       std::make_shared<ServerSettingsViewController>();
@@ -138,7 +135,7 @@ TEST_F(ServerSettingsWindowTest, ReturnLeadsFromFieldToFieldAndStoresEach) {
                           Case{"Password", "7", "serverPasswordField"}}) {
     app_.type(Qt::Key_Return);
     EXPECT_EQ(stored(one.key), one.value);
-    EXPECT_EQ(focused(), one.next) << "after " << one.key;
+    EXPECT_EQ(app_.focused(), one.next) << "after " << one.key;
     typeText("7");
   }
   EXPECT_EQ(screen_->serverPassword()->text(), QStringLiteral("7")) << "the keyboard is gone";
@@ -152,21 +149,21 @@ TEST_F(ServerSettingsWindowTest, TheFocusStaysWhereThePersonPutIt) {
   typeText("a");
   app_.click(app_.item("serverPassword"));
   EXPECT_EQ(stored("Address"), "a");
-  EXPECT_EQ(focused(), "serverPasswordFieldInput");
+  EXPECT_EQ(app_.focused(), "serverPasswordFieldInput");
   typeText("p");
   QTest::keyClick(app_.window(), Qt::Key_Backtab, Qt::ShiftModifier);
   EXPECT_EQ(stored("Password"), "p");
-  EXPECT_EQ(focused(), "serverUserFieldInput");
+  EXPECT_EQ(app_.focused(), "serverUserFieldInput");
   typeText("u");
   app_.click(app_.item("serverClient2"));
   EXPECT_EQ(stored("User"), "u");
-  EXPECT_EQ(focused(), "serverClient");
+  EXPECT_EQ(app_.focused(), "serverClient");
   QQuickItem* description = app_.item("serverDescription");
   ASSERT_TRUE(waitFor([&] { return description->property("scrolls").toBool(); }));
   std::string walk;
   for (int i = 0; i < 6; ++i) {
     app_.type(Qt::Key_Tab);
-    walk += focused() + " ";
+    walk += app_.focused() + " ";
   }
   EXPECT_EQ(walk,
             "serverDescription serverAddressFieldInput serverPortFieldInput serverUserFieldInput "

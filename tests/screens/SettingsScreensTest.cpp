@@ -34,10 +34,6 @@ class SettingsScreensTest : public test::ScreenTest {
   [[nodiscard]] std::string stored(const char* key) const {
     return store_.string(std::string("Veltramoor_") + key).value_or("");
   }
-  [[nodiscard]] std::string focused() const {
-    const QQuickItem* item = app_.window()->activeFocusItem();
-    return item == nullptr ? "" : item->objectName().toStdString();
-  }
   [[nodiscard]] int rings() const {
     const auto count = [](const auto& self, QQuickItem* item) -> int {
       int shown = item->property("keyed").isValid() && item->isVisible() ? 1 : 0;
@@ -127,7 +123,7 @@ TEST_F(SettingsScreensTest, EveryScreenShowsItsPartsAndLeavesByEscape) {
     for (const char* name : one.hidden) {
       EXPECT_EQ(app_.item(name), nullptr) << name;
     }
-    EXPECT_EQ(focused(), one.first);
+    EXPECT_EQ(app_.focused(), one.first);
     EXPECT_EQ(rings(), 0) << "no key was used";
     app_.type(Qt::Key_Shift);
     EXPECT_EQ(rings(), 1);
@@ -211,12 +207,12 @@ TEST_F(SettingsScreensTest, ChoosesByKeys) {
   app_.type(Qt::Key_Right);
   EXPECT_EQ(stored("recentOrderBy"), "5");
   app_.type(Qt::Key_Tab);
-  EXPECT_EQ(focused(), "sortControl");
+  EXPECT_EQ(app_.focused(), "sortControl");
   EXPECT_EQ(rings(), 1);
   app_.type(Qt::Key_Right);
   EXPECT_EQ(stored("recentSortBy"), "asc");
   app_.type(Qt::Key_Tab);
-  EXPECT_EQ(focused(), "groupWheel");
+  EXPECT_EQ(app_.focused(), "groupWheel");
   struct Case {
     Qt::Key key;
     const char* category;
@@ -232,7 +228,7 @@ TEST_F(SettingsScreensTest, ChoosesByKeys) {
         Case{Qt::Key_Left, "204", "groupWheel"}}) {
     app_.type(one.key);
     EXPECT_EQ(stored("recentCategory"), one.category);
-    EXPECT_EQ(focused(), one.focus);
+    EXPECT_EQ(app_.focused(), one.focus);
   }
   app_.type(Qt::Key_Home);
   EXPECT_FALSE(app_.item("orderControl1")->isEnabled()) << "held back under All";

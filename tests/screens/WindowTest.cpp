@@ -166,6 +166,46 @@ TEST_F(WindowTest, WorksByKeyboardAlone) {
   ASSERT_TRUE(app.waitForRows(30));
 }
 
+// A refresh takes the current row away, perhaps while its send button has the focus.
+TEST_F(WindowTest, KeysBeginAtTheFirstRowAfterARefresh) {
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  const auto current = [&] { return app.item("torrentTable")->property("currentIndex").toInt(); };
+  for (const bool onItsButton : {false, true}) {
+    SCOPED_TRACE(onItsButton);
+    app.type(Qt::Key_End);
+    app.type(Qt::Key_Up);
+    EXPECT_EQ(current(), 29);
+    if (onItsButton) {
+      app.type(Qt::Key_Tab);
+      ASSERT_EQ(app.focused(), "sendButton");
+    }
+    const std::size_t asked = site_.log().size();
+    app.type(Qt::Key_F5);
+    ASSERT_TRUE(waitFor([&] { return site_.log().size() == asked + 1; }));
+    ASSERT_TRUE(app.waitForRows(30));
+    EXPECT_EQ(current(), -1);
+    app.type(Qt::Key_Down);
+    EXPECT_EQ(current(), 0);
+    EXPECT_EQ(app.focused(), "torrentRow");
+  }
+}
+
+TEST_F(WindowTest, TheSpaceKeySendsTheRowWithTheRing) {
+  const test::RawServer client(
+      [](const test::RecordedRequest&) { return test::RawServer::response(200); });
+  configure(std::to_string(client.port()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  app.type(Qt::Key_Home);
+  app.type(Qt::Key_Tab);
+  ASSERT_EQ(app.focused(), "sendButton");
+  app.type(Qt::Key_Down);
+  app.type(Qt::Key_Space);
+  ASSERT_TRUE(waitFor([&] { return app.list().rows()->torrents()->at(1).isDownloaded; }));
+  EXPECT_FALSE(app.list().rows()->torrents()->at(0).isDownloaded);
+}
+
 // By touch and wheel a list has no current row; the Tab key takes the first one on show.
 TEST_F(WindowTest, TheTabKeyKeepsTheListsPlace) {
   Application app;
