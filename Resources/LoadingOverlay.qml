@@ -1,7 +1,8 @@
 import QtQuick
 import Veltramoor
 
-// The box of a loading indicator. It lies over the screen without holding anything back.
+// The box of a loading indicator. It lies over the screen without holding anything back, until the wait
+// that it stands for can be ended by a tap on it.
 RoundedRectView {
     id: root
 
@@ -18,6 +19,26 @@ RoundedRectView {
 
     Accessible.role: Accessible.AlertMessage
     Accessible.name: indicator.text + " " + indicator.hint
+
+    Shortcut {
+        sequence: "Escape"
+        autoRepeat: false
+        enabled: root.indicator.endable && !App.alertView.visible
+        onActivated: root.indicator.endWait()
+    }
+
+    // Reaches down over the hint.
+    MouseArea {
+        objectName: "endWait"
+        anchors { fill: parent; margins: -8; bottomMargin: -56 }
+        enabled: root.indicator.endable
+        visible: enabled
+        onClicked: root.indicator.endWait()
+
+        Accessible.role: Accessible.Button
+        Accessible.name: root.indicator.hint
+        Accessible.onPressAction: root.indicator.endWait()
+    }
 
     // What turns is made when it is to be seen.
     Loader {
@@ -51,6 +72,8 @@ RoundedRectView {
                 height: hint.implicitHeight + 10
                 radius: 8
                 color: Theme.ground
+                border.width: root.indicator.endable ? 1 : 0
+                border.color: root.rectColor
 
                 Text {
                     id: hint

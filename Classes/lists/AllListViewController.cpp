@@ -134,28 +134,56 @@ void AllListViewController::fetchPage(int page) {
   fetch(pageUrl(page));
 }
 
+void AllListViewController::showFetchOverlay() {
+  if (!isBusy()) {
+    stop_ = std::stop_source();
+  }
+  showLoadingOverlay(loadingText());
+  loading_->offerEnd([stop = stop_]() mutable { stop.request_stop(); });
+}
+
+void AllListViewController::forgetStopped() {
+  refreshed_ = false;
+  currentPage_ = shownPage_;
+}
+
+QString AllListViewController::stoppedNotice() const {
+  return rows_.torrentCount() == 0 ? tr("Stopped. Tap refresh to try again.")
+                                   : tr("Stopped. The list is as it was.");
+}
+
 void AllListViewController::fetch(std::optional<Url> url) {
+  showFetchOverlay();
   ++pagesUnderWay_;
   setNotice({});
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
-  showLoadingOverlay(loadingText());
   tableView_.setAllowsSelection(false);
   disableTabs(true);
-  operationQueue_.addOperation(std::make_shared<FetchPageAllTorrents>(
-      std::move(url),
-      [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
+  auto operation = std::make_shared<FetchPageAllTorrents>(
+      std::move(url), [self = sharedController(this),
+                       page = currentPage_](std::optional<std::vector<Torrent>> torrents) {
+        if (torrents) {
+          self->setShownPage(page);
+        }
         self->loadedTorrents(std::move(torrents));
-      }));
+      });
+  operation->setStop(stopToken());
+  operationQueue_.addOperation(std::move(operation));
 }
 
 void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
   const bool arrived = page.has_value();
+  const bool stopped = !arrived && wereFetchesStopped();
   if (refreshed_) {
     tableView_.setScrollEnabled(true);
   }
-  clearRefreshed();
-  rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
+  if (stopped) {
+    forgetStopped();
+  } else {
+    clearRefreshed();
+    rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
+  }
   hideLoadingOverlay();
   disableTabs(false);
   tableView_.setAllowsSelection(true);
@@ -163,11 +191,13 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   if (arrived) {
     filterData(*page);
     rows_.append(std::move(*page));
-  } else {
+  } else if (!stopped) {
     lastDate_.reset();
   }
   rows_.reload();
-  if (!arrived) {
+  if (stopped) {
+    setNotice(stoppedNotice());
+  } else if (!arrived) {
     setNotice(failureNotice());
   } else if (rows_.torrentCount() == 0) {
     setNotice(emptyText());

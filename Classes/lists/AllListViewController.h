@@ -6,6 +6,7 @@
 #include <QString>
 #include <map>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -154,6 +155,20 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void setNotice(const QString& text);
   void showLoadingOverlay(const QString& text);
   void hideLoadingOverlay();
+  /// Shows the overlay for pages that are about to be asked for; it offers to stop them. To be
+  /// called before the list is busy with them.
+  void showFetchOverlay();
+  /// For every operation that fetches a page.
+  [[nodiscard]] std::stop_token stopToken() const { return stop_.get_token(); }
+  /// Ends the wait for all pages under way: they fail at once.
+  void stopFetches() { stop_.request_stop(); }
+  [[nodiscard]] bool wereFetchesStopped() const { return stop_.stop_requested(); }
+  /// Lets the list go on as if the stopped pages had not been asked for.
+  void forgetStopped();
+  /// `page`, once current, has arrived.
+  void setShownPage(int page) { shownPage_ = page; }
+  /// What the list says of stopped pages.
+  [[nodiscard]] QString stoppedNotice() const;
   /// Why a page did not come, and what to do.
   [[nodiscard]] QString failureNotice() const;
   /// The next page to arrive replaces the rows.
@@ -182,6 +197,9 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   std::optional<std::string> myCategories_;
   std::map<std::string, std::string, std::less<>> overrides_;
   int currentPage_ = 0;
+  // The current page as of the pages that have arrived.
+  int shownPage_ = 0;
+  std::stop_source stop_;
   int sendingTorrentCount_ = 0;
   int pagesUnderWay_ = 0;
   bool refreshed_ = false;

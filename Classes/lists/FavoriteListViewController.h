@@ -65,7 +65,8 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   [[nodiscard]] bool isBusy() const override { return delivery_.outstanding() > 0; }
 
  private:
-  void fetchPage(int page, int batch, DeliveryPlace place);
+  [[nodiscard]] QString loadingText() const override { return tr("Filtering..."); }
+  void fetchPage(int page, int batch, DeliveryPlace place, int lastPage);
   void fetchFirstPage() override;
   void show(FilteredPage page);
   void remember(const std::vector<Torrent>& page);

@@ -50,6 +50,7 @@ void SearchListViewController::searchBarSearchButtonClicked() {
   if (isFetching()) {
     // Two searches under way would show the results of both, one below the other.
     nextSearch_ = mySearchBar_.text();
+    stopFetches();
     return;
   }
   search(mySearchBar_.text());

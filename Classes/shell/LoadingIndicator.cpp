@@ -2,9 +2,11 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QTimer>
 #include <cassert>
 #include <cmath>
 #include <mutex>
+#include <utility>
 
 #include "platform/MainThread.h"
 
@@ -48,6 +50,7 @@ void LoadingIndicator::showLoadingIndicators() {
       connect(shownOn_, &View::frameChanged, this, &LoadingIndicator::sizeFrame);
     }
   }
+  withdrawOffer();
   shownText_ = string_;
   // Kept, for any call for the instance resets the one to be set, and the parent may be resized.
   shownOffset_ = offset_;
@@ -71,8 +74,41 @@ void LoadingIndicator::hideLoadingIndicators() {
     disconnect(shownOn_, nullptr, this, nullptr);
   }
   shownOn_ = nullptr;
+  withdrawOffer();
   hint_.clear();
   emit changed();
+}
+
+void LoadingIndicator::offerEnd(std::function<void()> end) {
+  withdrawOffer();
+  if (!shown_ || !end) {
+    return;
+  }
+  end_ = std::move(end);
+  QTimer::singleShot(kPatience, this, [this, offer = offer_] {
+    if (offer == offer_) {
+      endable_ = true;
+      setHint(tr("Tap here to stop waiting"));
+    }
+  });
+}
+
+void LoadingIndicator::endWait() {
+  if (!endable_) {
+    return;
+  }
+  const std::function<void()> end = std::move(end_);
+  withdrawOffer();
+  end();
+}
+
+void LoadingIndicator::withdrawOffer() {
+  ++offer_;
+  end_ = nullptr;
+  if (std::exchange(endable_, false)) {
+    hint_.clear();
+    emit changed();
+  }
 }
 
 void LoadingIndicator::sizeFrame() {

@@ -5,10 +5,16 @@
 #include <QPointer>
 #include <QRectF>
 #include <QString>
+#include <chrono>
+#include <functional>
 
 #include "toolkit/View.h"
 
 namespace veltramoor {
+
+/// Shorter waits cannot be tapped away: the second tap of an impatient finger means what lies
+/// below.
+inline constexpr std::chrono::seconds kPatience{3};
 
 /// A rounded box with a spinning wheel and a text, centred on a view. There is one for the whole
 /// application; nobody owns it. Main thread only, but for `sharedInstance`.
@@ -17,6 +23,7 @@ class LoadingIndicator : public QObject {
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString text READ shownText NOTIFY changed)
   Q_PROPERTY(QString hint READ hint NOTIFY changed)
+  Q_PROPERTY(bool endable READ isEndable NOTIFY changed)
   Q_PROPERTY(QRectF boxFrame READ boxFrame NOTIFY changed)
   Q_PROPERTY(QRectF wheelFrame READ wheelFrame NOTIFY changed)
   Q_PROPERTY(QRectF labelFrame READ labelFrame NOTIFY changed)
@@ -43,6 +50,14 @@ class LoadingIndicator : public QObject {
   [[nodiscard]] QString hint() const { return hint_; }
   void setHint(const QString& text);
 
+  /// Lets the person end the wait that the box stands for: once it has lasted for `kPatience` the
+  /// hint says so, and a tap on the box, or the Escape key, calls `end`, once. The offer goes with
+  /// the box, when the box is shown for something else, and with an empty `end`.
+  void offerEnd(std::function<void()> end);
+  [[nodiscard]] bool isEndable() const { return endable_; }
+  /// The person's tap; nothing while the wait cannot be ended.
+  Q_INVOKABLE void endWait();
+
   [[nodiscard]] bool isShown() const { return shown_; }
   /// What the label reads; changes only when shown.
   [[nodiscard]] QString shownText() const { return shownText_; }
@@ -60,6 +75,7 @@ class LoadingIndicator : public QObject {
 
  private:
   void sizeFrame();
+  void withdrawOffer();
 
   QPointer<View> parentView_;
   int offset_ = 0;
@@ -69,6 +85,10 @@ class LoadingIndicator : public QObject {
   QString shownText_;
   int shownOffset_ = 0;
   QString hint_;
+  std::function<void()> end_;
+  // Counts the offers, so that the time of an old one is not taken for the latest one's.
+  int offer_ = 0;
+  bool endable_ = false;
   QRectF boxFrame_;
   QRectF wheelFrame_;
   QRectF labelFrame_;

@@ -20,9 +20,6 @@ enum class WaitEnd {
   Closing,
 };
 
-/// Shorter waits cannot be tapped away: the second tap of an impatient finger means the row.
-inline constexpr std::chrono::seconds kPatience{3};
-
 /// Runs `request->request()` on a worker thread and returns when it is over. Meanwhile the main
 /// thread's event loop goes on: screens paint, overlays turn, and what the person does to the
 /// window is dropped. Main thread only.

@@ -6,6 +6,7 @@ namespace veltramoor {
 
 void FetchPageAllTorrents::fetch() {
   HttpRequestRegExTorrent request(url());
+  request.setStop(stop());
   request.request();
   returnObject_ = request.takeTorrents();
 }
