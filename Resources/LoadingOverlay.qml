@@ -7,6 +7,9 @@ RoundedRectView {
     id: root
 
     required property LoadingIndicator indicator
+    // The box below this one, which would cover the hint and whose key would be the same; or null.
+    property LoadingIndicator below: null
+    readonly property bool alone: below === null || !below.shown
 
     visible: indicator.shown
     x: Math.round(indicator.boxFrame.x)
@@ -23,14 +26,14 @@ RoundedRectView {
     Shortcut {
         sequence: "Escape"
         autoRepeat: false
-        enabled: root.indicator.endable && !App.alertView.visible
+        enabled: root.indicator.endable && (root.alone || !root.below.endable) && !App.alertView.visible
         onActivated: root.indicator.endWait()
     }
 
-    // Reaches down over the hint.
+    // Reaches over the hint.
     MouseArea {
         objectName: "endWait"
-        anchors { fill: parent; margins: -8; bottomMargin: -56 }
+        anchors { fill: parent; topMargin: root.alone ? 0 : -40; bottomMargin: root.alone ? -40 : 0 }
         enabled: root.indicator.endable
         visible: enabled
         onClicked: root.indicator.endWait()
@@ -67,7 +70,8 @@ RoundedRectView {
 
             Rectangle {
                 visible: hint.text.length > 0
-                anchors { horizontalCenter: parent.horizontalCenter; top: parent.bottom; topMargin: 8 }
+                x: (parent.width - width) / 2
+                y: root.alone ? parent.height + 8 : -height - 8
                 width: hint.implicitWidth + 20
                 height: hint.implicitHeight + 10
                 radius: 8

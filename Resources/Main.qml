@@ -46,6 +46,7 @@ Window {
     LoadingOverlay {
         objectName: "loadingOverlay"
         indicator: App.loadingIndicator
+        below: App.sendingTorrentIndicator
     }
 
     LoadingOverlay {

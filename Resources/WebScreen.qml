@@ -16,6 +16,7 @@ FocusScope {
         sequence: "Escape"
         autoRepeat: false
         enabled: root.visible && root.enabled && root.controller.topInset > 0
+                 && !App.loadingIndicator.endable && !App.sendingTorrentIndicator.endable
         onActivated: root.controller.cancel()
     }
 

@@ -12,7 +12,6 @@
 #include "shell/ApplicationWindow.h"
 #include "shell/LoadingIndicator.h"
 #include "shell/ProfileWebViewController.h"
-#include "shell/SendingTorrentIndicator.h"
 #include "shell/TorrentWebViewController.h"
 #include "site/FetchPageAllTorrents.h"
 #include "site/UserInfo.h"
@@ -48,8 +47,6 @@ AllListViewController::AllListViewController(TableViewStyle, const QString& inte
 }
 
 AllListViewController::~AllListViewController() = default;
-
-void AllListViewController::viewDidLoad() {}
 
 void AllListViewController::loadView() {
   const Device& device = Device::sharedInstance();
@@ -291,16 +288,6 @@ void AllListViewController::reloadHeaderView() {
   headerView_.usernameLbl()->setTitle(text(userInfo.username()));
 }
 
-void AllListViewController::setSendingText(bool plural) {
-  loadingTorrent_ = &SendingTorrentIndicator::sharedInstance();
-  loadingTorrent_->setParentView(applicationWindow());
-  loadingTorrent_->setString(QStringLiteral("Sending %1 torrent%2 to server")
-                                 .arg(plural ? QString::number(sendingTorrentCount_) : QString(),
-                                      plural ? QStringLiteral("s") : QString()));
-  loadingTorrent_->setOffset(50);
-  loadingTorrent_->showLoadingIndicators();
-}
-
 void AllListViewController::didTapDownloadButton(int tag) {
   if (tag < 0 || tag >= rows_.torrentCount()) {
     return;
@@ -309,13 +296,12 @@ void AllListViewController::didTapDownloadButton(int tag) {
 }
 
 void AllListViewController::send(const Torrent& torrent) {
-  ++sendingTorrentCount_;
-  setSendingText(sendingTorrentCount_ != 1);
   auto send = std::make_shared<FetchPageDownload>(
       Url::parse(torrent.downloadUrl), torrent.name,
       [self = sharedController(this)](const std::optional<std::string>& name) {
         self->downloadedFinished(name);
       });
+  send->setStop(sends_.begin());
   tableView_.setAllowsSelection(true);
   disableTabs(true);
   operationQueue_.addOperation(std::move(send));
@@ -324,11 +310,7 @@ void AllListViewController::send(const Torrent& torrent) {
 void AllListViewController::downloadedFinished(const std::optional<std::string>& name) {
   tableView_.setAllowsSelection(true);
   disableTabs(false);
-  --sendingTorrentCount_;
-  setSendingText(sendingTorrentCount_ >= 2);
-  if (sendingTorrentCount_ < 1) {
-    loadingTorrent_->hideLoadingIndicators();
-  }
+  sends_.end();
   if (name) {
     rows_.markDownloaded(*name);
     emit torrentSent(*name);

@@ -15,6 +15,7 @@
 #include "lists/ImageCache.h"
 #include "lists/ListLayout.h"
 #include "lists/LoadMoreItemView.h"
+#include "lists/SendingOverlay.h"
 #include "lists/TorrentItemTableViewCell.h"
 #include "lists/TorrentTableModel.h"
 #include "platform/OperationQueue.h"
@@ -26,7 +27,6 @@
 namespace veltramoor {
 
 class LoadingIndicator;
-class SendingTorrentIndicator;
 
 enum class TableViewStyle { Plain };
 
@@ -55,7 +55,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
                                  const QString& interfaceFile = QStringLiteral("TorrentList.qml"));
   ~AllListViewController() override;
 
-  void viewDidLoad() override;
+  void viewDidLoad() override {}
   void viewWillLayout() override { loadView(); }
   /// Fetches page 0 unless a page has arrived before.
   void viewWillAppear() override;
@@ -118,7 +118,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void overrideSetting(std::string_view key, std::string value);
 
   [[nodiscard]] int currentPage() const { return currentPage_; }
-  [[nodiscard]] int sendingTorrentCount() const { return sendingTorrentCount_; }
+  [[nodiscard]] int sendingTorrentCount() const { return sends_.count(); }
   [[nodiscard]] bool noMoreTorrents() const { return rows_.noMoreTorrents(); }
   [[nodiscard]] const std::optional<std::string>& lastDate() const { return lastDate_; }
   [[nodiscard]] OperationQueue& operationQueue() { return operationQueue_; }
@@ -178,7 +178,6 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   [[nodiscard]] virtual bool loadMoreTakesTouches() const;
 
  private:
-  void setSendingText(bool plural);
   void openTorrent(int row);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
@@ -191,7 +190,6 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   ListLayout layout_;
   ImageCache images_;
   LoadingIndicator* loading_ = nullptr;
-  SendingTorrentIndicator* loadingTorrent_ = nullptr;
   QString notice_;
   std::optional<std::string> lastDate_;
   std::optional<std::string> myCategories_;
@@ -200,7 +198,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   // The current page as of the pages that have arrived.
   int shownPage_ = 0;
   std::stop_source stop_;
-  int sendingTorrentCount_ = 0;
+  SendingOverlay sends_;
   int pagesUnderWay_ = 0;
   bool refreshed_ = false;
   // Whether a torrent's page is being waited for.

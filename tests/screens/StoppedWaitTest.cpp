@@ -3,7 +3,10 @@
 #include "ScreenTest.h"
 #include "lists/FavoriteListViewController.h"
 #include "lists/SearchListViewController.h"
+#include "remote/ServerInfo.h"
 #include "shell/LoadingIndicator.h"
+#include "shell/SendingTorrentIndicator.h"
+#include "support/RawServer.h"
 
 namespace veltramoor {
 namespace {
@@ -136,6 +139,57 @@ TEST_F(StoppedWaitTest, ALoginEndsWithoutAWord) {
   app.type(Qt::Key_Escape);
   EXPECT_TRUE(waitFor([&] { return app.item("tab1")->isEnabled(); }));
   ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork(); }));
+}
+
+// The person's computer is off, or in another network, and tells nobody.
+TEST_F(StoppedWaitTest, ASendIsNotRememberedAndCanBeRepeated) {
+  std::atomic<bool> silent = true;
+  const test::RawServer client([&](const test::RecordedRequest&) {
+    return silent ? test::RawReply::hang() : test::RawReply(test::RawServer::response(200));
+  });
+  ServerInfo& info = ServerInfo::sharedInstance();
+  info.setClient("Transmission");
+  info.setAddress("127.0.0.1");
+  info.setPort(std::to_string(client.port()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  const LoadingIndicator& sending = SendingTorrentIndicator::sharedInstance();
+  app.tapSend(0);
+  app.tapSend(1);
+  ASSERT_TRUE(waitFor([&] { return sending.isEndable(); }));
+  app.click(app.item("loadingHint"));
+  ASSERT_TRUE(waitFor([&] { return !app.list().hasBackgroundWork() && !sending.isShown(); }));
+  EXPECT_FALSE(app.alert().isVisible()) << "whoever stopped it knows";
+  EXPECT_FALSE(app.list().rows()->torrents()->at(0).isDownloaded);
+  EXPECT_EQ(client.hits(), 1U) << "nothing was sent after it";
+  silent = false;
+  app.tapSend(1);
+  ASSERT_TRUE(waitFor([&] { return app.list().rows()->torrents()->at(1).isDownloaded; }));
+}
+
+// One overlay above the other: each can be ended.
+TEST_F(StoppedWaitTest, ASendBehindAPage) {
+  const test::RawServer client([](const test::RecordedRequest&) { return test::RawReply::hang(); });
+  ServerInfo& info = ServerInfo::sharedInstance();
+  info.setClient("Transmission");
+  info.setAddress("127.0.0.1");
+  info.setPort(std::to_string(client.port()));
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  hang("/recent/1");
+  app.list().fetchPage(1);
+  app.tapSend(0);
+  const LoadingIndicator& sending = SendingTorrentIndicator::sharedInstance();
+  const LoadingIndicator& loading = LoadingIndicator::sharedInstance();
+  ASSERT_TRUE(waitFor([&] { return loading.isEndable() && sending.isEndable(); }));
+  QQuickItem* box = app.item("sendingOverlay");
+  QQuickItem* hint = test::itemNamed(app.item("loadingOverlay"), QStringLiteral("loadingHint"));
+  EXPECT_LT(hint->mapToScene(QPointF()).y(), box->y() - hint->height()) << "beside the box above";
+  app.click(hint);
+  ASSERT_TRUE(waitFor([&] { return !loading.isShown() && client.hits() == 1; }));
+  EXPECT_TRUE(sending.isEndable());
+  app.type(Qt::Key_Escape);
+  ASSERT_TRUE(waitFor([&] { return !sending.isShown() && !app.list().hasBackgroundWork(); }));
 }
 
 // The offer is one wait's: it neither outlives its box nor passes to the next one.
