@@ -10,6 +10,12 @@ Column {
 
     spacing: 10
 
+    Keys.onEscapePressed: event => {
+        event.accepted = site.canClose
+        if (site.canClose)
+            site.close()
+    }
+
     Text {
         width: parent.width
         wrapMode: Text.WordWrap

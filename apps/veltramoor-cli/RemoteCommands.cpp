@@ -82,7 +82,8 @@ int remoteShow(bool json) {
   }
   fmt::print("{} at {}:{}\n", printable(*info.client()), printable(info.address().value_or("?")),
              printable(info.port().value_or("?")));
-  fmt::print("user {}, {}\n", printable(info.username().value_or("none")),
+  const std::string user = info.username().value_or("");
+  fmt::print("user {}, {}\n", user.empty() ? "none" : printable(user),
              hasPassword ? "with a password" : "no password");
   return kDone;
 }

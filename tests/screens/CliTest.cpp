@@ -139,10 +139,13 @@ TEST_F(CliTest, ExitStatusTellsRefusalFromWrongUsage) {
     run(wrong);
     EXPECT_EQ(status_, 2) << testing::PrintToString(wrong);
   }
+  EXPECT_EQ(said({program("veltramoor-cli"), "s3cret"}),
+            "veltramoor-cli: There is no such command. --help names them all.\n");
   const std::string before = run({"history"});
   run({"remote", "set", "--client", "Transmission", "--address", "127.0.0.1", "--port", "1"});
   run({"send", "1"});
   EXPECT_EQ(status_, 1);
+  EXPECT_TRUE(run({"remote", "show"}).ends_with("user none, no password\n"));
   EXPECT_EQ(run({"remote", "test"}), "");
   EXPECT_EQ(status_, 1);
   EXPECT_EQ(run({"history"}), before);

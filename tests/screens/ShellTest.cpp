@@ -4,14 +4,12 @@
 #include "platform/Bundle.h"
 #include "platform/CookieStorage.h"
 #include "remote/ServerInfo.h"
-#include "shell/LogoutViewController.h"
 #include "site/UserInfo.h"
 
 namespace veltramoor {
 namespace {
 
 using test::Application;
-using test::itemNamed;
 using test::waitFor;
 
 class ShellTest : public test::ScreenTest {
@@ -268,132 +266,23 @@ TEST_F(ShellTest, ThePanelTurnsAndReturns) {
   app.click(app.item("anonymousLogin"));
   app.click(app.item("password"));
   app.typeText("secret");
+  SiteChooser& site = *app.root().loginViewController()->site();
   app.click(app.item("changeSiteButton"));
   ASSERT_TRUE(app.waitForItem("siteField"));
   app.typeText("x");
-  EXPECT_TRUE(app.root().loginViewController()->site()->field()->text().endsWith('x'))
-      << "what is typed goes to the field on show";
+  EXPECT_TRUE(site.field()->text().endsWith('x')) << "what is typed goes to the field on show";
   EXPECT_EQ(app.root().loginViewController()->password()->text(), QStringLiteral("secret"));
+  app.type(Qt::Key_Escape);
+  EXPECT_FALSE(site.isShown());
+  site.open();
+  ASSERT_TRUE(app.waitForItem("keepSiteButton"));
   app.click(app.item("keepSiteButton"));
+  EXPECT_FALSE(site.isShown());
   app.click(app.item("infoButton"));
   EXPECT_TRUE(app.root().loginViewController()->isInfoViewShown());
   ASSERT_TRUE(waitFor([&] { return app.item("returnButton")->hasActiveFocus(); }));
   app.type(Qt::Key_Escape);
   EXPECT_FALSE(app.root().loginViewController()->isInfoViewShown());
-}
-
-// Eleven plain screens: what the bar and the "More" list do with them, whatever they show.
-class TabBarTest : public test::ScreenTest {
- protected:
-  class Screen : public ViewController {
-   public:
-    explicit Screen(int number) : ViewController(QStringLiteral("MoreList.qml")) {
-      tabBarItem()->set(QString::number(number), QStringLiteral("tabbar-all.png"), 0);
-    }
-    void viewWillAppear() override { ++appearances; }
-    void viewWillDisappear() override { ++disappearances; }
-    int appearances = 0;
-    int disappearances = 0;
-  };
-  class Delegate : public TabBarControllerDelegate {
-   public:
-    void didSelectViewController(ViewController* controller) override { chosen = controller; }
-    ViewController* chosen = nullptr;
-  };
-
-  TabBarTest() {
-    std::vector<std::shared_ptr<ViewController>> all;
-    for (int i = 0; i < 11; ++i) {
-      screens_.push_back(std::make_shared<Screen>(i));
-      all.push_back(screens_.back());
-    }
-    Device::sharedInstance().setScreenSize({360, 720});
-    tabs_.setViewControllers(all);
-    tabs_.setDelegate(&delegate_);
-  }
-  ~TabBarTest() override { Device::sharedInstance().setScreenSize({320, 480}); }
-
-  std::vector<std::shared_ptr<Screen>> screens_;
-  Delegate delegate_;
-  TabBarController tabs_;
-};
-
-TEST_F(TabBarTest, FiveSlotsOnAPhoneAndEightOnATablet) {
-  EXPECT_EQ(tabs_.bar()->count(), 5);
-  auto* more =
-      qobject_cast<MoreListController*>(tabs_.moreNavigationController()->topViewController());
-  ASSERT_NE(more, nullptr);
-  EXPECT_EQ(more->overflow()->count(), 7);
-  EXPECT_EQ(tabs_.bar()->controllers().back().get(), tabs_.moreNavigationController());
-  Device::sharedInstance().setScreenSize({768, 1024});
-  EXPECT_EQ(tabs_.bar()->count(), 8);
-  EXPECT_EQ(more->overflow()->count(), 4);
-  tabs_.setViewControllers({screens_[0], screens_[1]});
-  EXPECT_EQ(tabs_.bar()->count(), 2);
-  EXPECT_EQ(tabs_.tabBarHeight(), 49);
-}
-
-TEST_F(TabBarTest, ScreensAppearAndDisappearOnceEach) {
-  tabs_.viewWillAppear();
-  EXPECT_EQ(screens_[0]->appearances, 1);
-  tabs_.didSelectSlot(2);
-  EXPECT_EQ(screens_[0]->disappearances, 1);
-  EXPECT_EQ(screens_[2]->appearances, 1);
-  EXPECT_EQ(delegate_.chosen, screens_[2].get());
-  EXPECT_EQ(tabs_.selectedIndex(), 2);
-  EXPECT_EQ(tabs_.selectedSlot(), 2);
-  tabs_.didSelectSlot(4);
-  EXPECT_EQ(tabs_.selectedIndex(), TabBarController::kMoreIndex);
-  EXPECT_EQ(screens_[2]->disappearances, 1);
-  auto* more =
-      qobject_cast<MoreListController*>(tabs_.moreNavigationController()->topViewController());
-  more->didSelectRowAtIndexPath(6);
-  EXPECT_EQ(tabs_.selectedIndex(), 10);
-  EXPECT_EQ(tabs_.selectedSlot(), 4) << "it stands under \"More\"";
-  EXPECT_EQ(screens_[10]->appearances, 1);
-  screens_[1]->tabBarItem()->setEnabled(false);
-  tabs_.didSelectSlot(1);
-  EXPECT_EQ(tabs_.selectedIndex(), 10) << "a disabled tab cannot be chosen";
-  tabs_.setSelectedIndex(11);
-  EXPECT_EQ(tabs_.selectedIndex(), 10);
-}
-
-// A logout empties every stack; of the screens beneath, only what is on show may appear and fetch.
-TEST_F(TabBarTest, AHiddenStackChangesWithoutAppearing) {
-  const auto stack = std::make_shared<NavigationController>(screens_[0]);
-  tabs_.setViewControllers({stack, screens_[1]});
-  tabs_.viewWillAppear();
-  stack->pushViewController(screens_[2]);
-  EXPECT_EQ(screens_[2]->appearances, 1);
-  tabs_.didSelectSlot(1);
-  EXPECT_EQ(screens_[2]->disappearances, 1);
-  stack->popToRootViewController();
-  stack->pushViewController(screens_[3]);
-  EXPECT_EQ(screens_[0]->appearances, 1);
-  EXPECT_EQ(screens_[2]->disappearances, 1);
-  EXPECT_EQ(screens_[3]->appearances, 0);
-  tabs_.didSelectSlot(0);
-  EXPECT_EQ(screens_[3]->appearances, 1);
-  stack->popViewController();
-  EXPECT_EQ(screens_[3]->disappearances, 1);
-  EXPECT_EQ(screens_[0]->appearances, 2);
-}
-
-TEST_F(TabBarTest, AScreenThatLogsOutWhileItAppearsLeavesTheFirstTabSelected) {
-  int logouts = 0;
-  const auto logout = std::make_shared<LogoutViewController>([&] {
-    ++logouts;
-    tabs_.viewWillDisappear();
-  });
-  tabs_.setViewControllers({screens_[0], screens_[1], logout});
-  tabs_.viewWillAppear();
-  tabs_.didSelectSlot(1);
-  const int appearances = screens_[0]->appearances;
-  tabs_.didSelectSlot(2);
-  EXPECT_EQ(logouts, 1);
-  EXPECT_EQ(tabs_.selectedIndex(), 0);
-  EXPECT_EQ(delegate_.chosen, screens_[0].get());
-  EXPECT_EQ(screens_[0]->appearances, appearances) << "the bar is off the window by then";
 }
 
 }  // namespace
