@@ -242,10 +242,8 @@ WebEngineView {
     onQuotaRequested: request => request.reject()
     onFullScreenRequested: request => request.reject()
     onRenderProcessTerminated: (status, code) => {
-        if (status !== WebEngineView.NormalTerminationStatus) {
-            page.reportStarted()
-            page.reportFailed(view.url, qsTr("it ended unexpectedly"))
-        }
+        if (status !== WebEngineView.NormalTerminationStatus)
+            page.reportLost(view.url, qsTr("it ended unexpectedly"))
     }
 
     Connections {

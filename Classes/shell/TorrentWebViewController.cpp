@@ -95,10 +95,19 @@ void TorrentWebViewController::updateButtons() {
   }
 }
 
+void TorrentWebViewController::goBack() {
+  if (myWebView() != nullptr && myWebView()->leaveError()) {
+    backButton_->setEnabled(hasPrevious_);
+    return;
+  }
+  WebViewController::goBack();
+}
+
 void TorrentWebViewController::webViewDidFinishLoad() {
   myWebView()->runScript(kSameView);
   hideLoading();
   updateButtons();
+  hasPrevious_ = backButton_ != nullptr && backButton_->isEnabled();
   stackCounter_ = 1;
   endKeepAlive();
   emit loadEnded(true);

@@ -20,6 +20,8 @@ class TorrentWebViewController final : public veltramoor::WebViewController {
   /// Loads `html` into the present web view.
   void initializeWebView(std::optional<std::string> html) override;
   void viewDidLoad() override;
+  /// From a load that failed, back to the page it began at.
+  void goBack() override;
   void webViewDidFinishLoad() override;
   void didFailLoadWithError(const QString& error) override;
   void didTapImdbButton();
@@ -37,6 +39,8 @@ class TorrentWebViewController final : public veltramoor::WebViewController {
   std::optional<Url> url_;
   std::optional<std::string> imdb_;
   int tag_;
+  // Whether the page that finished last has one before it.
+  bool hasPrevious_ = false;
   // What the row held when it was opened: a page that arrives meanwhile may replace the rows.
   std::optional<Torrent> torrent_;
 };

@@ -42,7 +42,7 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   [[nodiscard]] bool hasBackgroundWork() const override;
 
   /// Back in the web view; at its beginning, the page that this screen was opened for.
-  void goBack();
+  virtual void goBack();
   void goForward();
   /// Shows the page at `url` in place of the present one.
   virtual void loadRequest(const QUrl& url);

@@ -119,6 +119,14 @@ void WebPage::abandon() {
 
 void WebPage::goBack() { emit backRequested(); }
 
+bool WebPage::leaveError() {
+  if (error_.isEmpty() || !shown_) {
+    return false;
+  }
+  setError({});
+  return true;
+}
+
 void WebPage::goForward() { emit forwardRequested(); }
 
 void WebPage::runScript(const QString& source, std::function<void(const QVariant&)> callback) {
@@ -160,10 +168,17 @@ void WebPage::reportStarted() {
   delegate_->webViewDidStartLoad();
 }
 
+void WebPage::reportLost(const QUrl& url, const QString& reason) {
+  shown_ = false;
+  reportStarted();
+  reportFailed(url, reason);
+}
+
 void WebPage::reportFinished() {
   if (!loading_) {
     return;
   }
+  shown_ = true;
   loading_ = false;
   announced_ = false;
   emit changed();

@@ -59,6 +59,8 @@ class WebPage : public QObject {
   void abandon();
   void goBack();
   void goForward();
+  /// Shows the page again that was on show before a load failed; false when there is none.
+  bool leaveError();
   /// Runs `source` in the page; `callback` gets its value, nothing when the page went meanwhile.
   void runScript(const QString& source, std::function<void(const QVariant&)> callback = {});
   /// Shows `text` in the page's place, as for a page that could not be loaded.
@@ -92,6 +94,8 @@ class WebPage : public QObject {
   Q_INVOKABLE void reportFinished();
   /// `reason`: what the engine says; "" for a load that was refused or that stopped by itself.
   Q_INVOKABLE void reportFailed(const QUrl& url, const QString& reason);
+  /// What shows the page has ended: nothing of it is left.
+  Q_INVOKABLE void reportLost(const QUrl& url, const QString& reason);
   /// There is no engine to show anything with: this load fails and every later one.
   Q_INVOKABLE void reportUnusable(const QString& reason);
   Q_INVOKABLE void reportHistory(bool canGoBack, bool canGoForward);
@@ -136,6 +140,8 @@ class WebPage : public QObject {
   bool attached_ = false;
   bool loading_ = false;
   bool announced_ = false;
+  // Whether a page is there, perhaps below an error.
+  bool shown_ = false;
   bool canGoBack_ = false;
   bool canGoForward_ = false;
   bool scalesPageToFit_ = false;

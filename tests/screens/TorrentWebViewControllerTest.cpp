@@ -165,8 +165,9 @@ TEST_F(TorrentWebViewControllerTest, WithoutAMovieTheOtherButtonsKeepTheirPlaces
 
 TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks) {
   const std::string gone = "127.0.0.1:" + std::to_string(test::freePort());
-  pages_.set("/torrent/1/a",
-             detailsPage("<p><a id=gone href=\"http://u:secret@" + gone + "/x?key=1\">x</a></p>"));
+  pages_.set("/torrent/1/a", detailsPage("<p><a id=gone href=\"http://u:secret@" + gone +
+                                         "/x?key=1\">x</a></p><p><a id=next href=/two>2</a></p>"));
+  pages_.set("/two", "<title>Two</title><a id=gone href=\"http://" + gone + "/x\">x</a>");
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
   TorrentWebViewController* screen = open(app);
@@ -179,9 +180,21 @@ TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks
             "http://" + gone + "/x could not be loaded: the server could not be reached.");
   EXPECT_TRUE(app.item("webError")->isVisible());
   app.click(app.item("webPreviousButton"));
-  ASSERT_TRUE(waitForLoads(3));
   EXPECT_FALSE(app.item("webError")->isVisible());
   EXPECT_EQ(valueOf(*screen, "document.title"), "Details");
+  EXPECT_FALSE(screen->backButton()->isEnabled());
+  tap(app, *screen, "next");
+  ASSERT_TRUE(waitForLoads(3));
+  tap(app, *screen, "gone");
+  ASSERT_TRUE(waitForLoads(4));
+  EXPECT_TRUE(app.item("webError")->isVisible());
+  app.click(app.item("webPreviousButton"));
+  EXPECT_FALSE(app.item("webError")->isVisible());
+  EXPECT_EQ(valueOf(*screen, "document.title"), "Two") << "no page is skipped";
+  app.click(app.item("webPreviousButton"));
+  ASSERT_TRUE(waitForLoads(5));
+  EXPECT_EQ(valueOf(*screen, "document.title"), "Details");
+  EXPECT_FALSE(screen->backButton()->isEnabled());
 }
 
 TEST_F(TorrentWebViewControllerTest, RootIsToldInsteadOfLosingTheProgram) {
