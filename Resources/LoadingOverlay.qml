@@ -1,8 +1,8 @@
 import QtQuick
 import Veltramoor
 
-// The box of a loading indicator. It lies over the screen without holding anything back, until the wait
-// that it stands for can be ended by a tap on it.
+// The box of a loading indicator. It lies over the screen without holding anything back. Once a wait has
+// become long, a tap on the box lets the person go on.
 RoundedRectView {
     id: root
 
@@ -23,24 +23,30 @@ RoundedRectView {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: indicator.text + " " + indicator.hint
 
+    // A torrent's page takes every tap while it is waited for.
+    readonly property bool offers: indicator.canGoOn && (indicator === App.loadingIndicator
+                                                         || App.loadingIndicator.hint.length === 0
+                                                         || App.loadingIndicator.canGoOn)
+
     Shortcut {
         sequence: "Escape"
         autoRepeat: false
-        enabled: root.indicator.endable && (root.alone || !root.below.endable) && !App.alertView.visible
-        onActivated: root.indicator.endWait()
+        enabled: root.offers && (root.alone || !root.below.canGoOn) && !App.alertView.visible
+                 && App.presentation.controller === null
+        onActivated: root.indicator.goOn()
     }
 
     // Reaches over the hint.
     MouseArea {
-        objectName: "endWait"
+        objectName: "goOnButton"
         anchors { fill: parent; topMargin: root.alone ? 0 : -40; bottomMargin: root.alone ? -40 : 0 }
-        enabled: root.indicator.endable
+        enabled: root.offers
         visible: enabled
-        onClicked: root.indicator.endWait()
+        onClicked: root.indicator.goOn()
 
         Accessible.role: Accessible.Button
         Accessible.name: root.indicator.hint
-        Accessible.onPressAction: root.indicator.endWait()
+        Accessible.onPressAction: root.indicator.goOn()
     }
 
     // What turns is made when it is to be seen.
@@ -69,14 +75,14 @@ RoundedRectView {
             }
 
             Rectangle {
-                visible: hint.text.length > 0
+                visible: hint.text.length > 0 && (root.offers || !root.indicator.canGoOn)
                 x: (parent.width - width) / 2
                 y: root.alone ? parent.height + 8 : -height - 8
                 width: hint.implicitWidth + 20
                 height: hint.implicitHeight + 10
                 radius: 8
                 color: Theme.ground
-                border.width: root.indicator.endable ? 1 : 0
+                border.width: root.offers ? 1 : 0
                 border.color: root.rectColor
 
                 Text {

@@ -17,7 +17,7 @@ FocusScope {
         autoRepeat: false
         enabled: root.visible && root.enabled && root.controller.overflowItem !== null
                  && (root.stack === null || root.stack.depth === 1)
-                 && !App.loadingIndicator.endable && !App.sendingTorrentIndicator.endable
+                 && !App.loadingIndicator.canGoOn && !App.sendingTorrentIndicator.canGoOn
         onActivated: root.controller.backToMore()
     }
 

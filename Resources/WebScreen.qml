@@ -16,7 +16,7 @@ FocusScope {
         sequence: "Escape"
         autoRepeat: false
         enabled: root.visible && root.enabled && root.controller.topInset > 0
-                 && !App.loadingIndicator.endable && !App.sendingTorrentIndicator.endable
+                 && !App.loadingIndicator.canGoOn && !App.sendingTorrentIndicator.canGoOn
         onActivated: root.controller.cancel()
     }
 

@@ -27,11 +27,6 @@ QString text(const std::optional<std::string>& value) {
   return QString::fromStdString(value.value_or(""));
 }
 
-// The list that the shared overlay stands for. One whose page comes late, perhaps after a login to
-// another site, must not take it from the list that waits now. Main thread only; never
-// dereferenced.
-const AllListViewController* overlayHolder = nullptr;
-
 bool isSet(const std::optional<std::string>& value) { return value && !value->empty(); }
 
 }  // namespace
@@ -43,6 +38,7 @@ AllListViewController::AllListViewController(TableViewStyle, const QString& inte
   setTitle(tr("Recent Torrents"));
   tabBarItem()->set(tr("Recents"), QStringLiteral("tabbar-all.png"), 0);
   connect(&Device::sharedInstance(), &Device::changed, this, &AllListViewController::loadView);
+  connect(&sends_, &SendingOverlay::wentOn, this, [this] { disableTabs(false); });
   loadView();
 }
 
@@ -74,6 +70,7 @@ void AllListViewController::viewWillAppear() {
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
+  waitOn();
   if (!rows_.torrents()) {
     currentPage_ = 0;
     fetchFirstPage();
@@ -110,12 +107,38 @@ void AllListViewController::showLoadingOverlay(const QString& message) {
   loading_->setString(message);
   loading_->setOffset(0);
   loading_->showLoadingIndicators();
-  overlayHolder = this;
+  showing_ = loading_->showing();
 }
 
 void AllListViewController::hideLoadingOverlay() {
-  if (loading_ != nullptr && overlayHolder == this && !opening_) {
+  // A page that comes late, perhaps after a login to another site, must not take it from the screen
+  // that waits now.
+  if (loading_ != nullptr && loading_->showing() == showing_ && !opening_) {
     loading_->hideLoadingIndicators();
+  }
+}
+
+void AllListViewController::waitForPages() {
+  showLoadingOverlay(loadingText());
+  waits_ = true;
+  loading_->offerGoingOn([self = QPointer(this)] {
+    if (self != nullptr) {
+      self->goOn();
+    }
+  });
+}
+
+void AllListViewController::goOn() {
+  waits_ = false;
+  hideLoadingOverlay();
+  tableView_.setScrollEnabled(true);
+  tableView_.setAllowsSelection(true);
+  disableTabs(false);
+}
+
+void AllListViewController::waitOn() {
+  if (isWaiting()) {
+    waitForPages();
   }
 }
 
@@ -131,56 +154,28 @@ void AllListViewController::fetchPage(int page) {
   fetch(pageUrl(page));
 }
 
-void AllListViewController::showFetchOverlay() {
-  if (!isBusy()) {
-    stop_ = std::stop_source();
-  }
-  showLoadingOverlay(loadingText());
-  loading_->offerEnd([stop = stop_]() mutable { stop.request_stop(); });
-}
-
-void AllListViewController::forgetStopped() {
-  refreshed_ = false;
-  currentPage_ = shownPage_;
-}
-
-QString AllListViewController::stoppedNotice() const {
-  return rows_.torrentCount() == 0 ? tr("Stopped. Tap refresh to try again.")
-                                   : tr("Stopped. The list is as it was.");
-}
-
 void AllListViewController::fetch(std::optional<Url> url) {
-  showFetchOverlay();
   ++pagesUnderWay_;
   setNotice({});
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
+  waitForPages();
   tableView_.setAllowsSelection(false);
   disableTabs(true);
-  auto operation = std::make_shared<FetchPageAllTorrents>(
-      std::move(url), [self = sharedController(this),
-                       page = currentPage_](std::optional<std::vector<Torrent>> torrents) {
-        if (torrents) {
-          self->setShownPage(page);
-        }
+  operationQueue_.addOperation(std::make_shared<FetchPageAllTorrents>(
+      std::move(url),
+      [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
         self->loadedTorrents(std::move(torrents));
-      });
-  operation->setStop(stopToken());
-  operationQueue_.addOperation(std::move(operation));
+      }));
 }
 
 void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
   const bool arrived = page.has_value();
-  const bool stopped = !arrived && wereFetchesStopped();
   if (refreshed_) {
     tableView_.setScrollEnabled(true);
   }
-  if (stopped) {
-    forgetStopped();
-  } else {
-    clearRefreshed();
-    rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
-  }
+  clearRefreshed();
+  rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
   hideLoadingOverlay();
   disableTabs(false);
   tableView_.setAllowsSelection(true);
@@ -188,13 +183,11 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   if (arrived) {
     filterData(*page);
     rows_.append(std::move(*page));
-  } else if (!stopped) {
+  } else {
     lastDate_.reset();
   }
   rows_.reload();
-  if (stopped) {
-    setNotice(stoppedNotice());
-  } else if (!arrived) {
+  if (!arrived) {
     setNotice(failureNotice());
   } else if (rows_.torrentCount() == 0) {
     setNotice(emptyText());
@@ -273,10 +266,11 @@ void AllListViewController::openTorrent(int row) {
   opening_ = true;
   const auto details = std::make_shared<TorrentWebViewController>(url, row, self);
   opening_ = false;
-  if (!isBusy()) {
+  if (!isWaiting()) {
     tableView_.setAllowsSelection(true);
     hideLoadingOverlay();
   }
+  waitOn();
   if (navigationController() != nullptr) {
     navigationController()->pushViewController(details);
   }
@@ -296,12 +290,12 @@ void AllListViewController::didTapDownloadButton(int tag) {
 }
 
 void AllListViewController::send(const Torrent& torrent) {
+  sends_.begin();
   auto send = std::make_shared<FetchPageDownload>(
       Url::parse(torrent.downloadUrl), torrent.name,
       [self = sharedController(this)](const std::optional<std::string>& name) {
         self->downloadedFinished(name);
       });
-  send->setStop(sends_.begin());
   tableView_.setAllowsSelection(true);
   disableTabs(true);
   operationQueue_.addOperation(std::move(send));
@@ -331,10 +325,11 @@ void AllListViewController::disableTabs(bool disable) {
 }
 
 void AllListViewController::resume() {
-  if (!isBusy()) {
+  if (!isWaiting()) {
     tableView_.setAllowsSelection(true);
     disableTabs(false);
   }
+  waitOn();
 }
 
 void AllListViewController::didSelectRowAtIndexPath(int row) {

@@ -6,7 +6,6 @@
 #include <QString>
 #include <map>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -145,8 +144,14 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   virtual void fetchFirstPage() { fetchPage(0); }
   /// Queues the fetch of one page with everything that shows that it is under way.
   void fetch(std::optional<Url> url);
-  /// Whether pages are under way, which hold the rows, the tabs and the overlay.
+  /// Whether pages are under way.
   [[nodiscard]] virtual bool isBusy() const { return pagesUnderWay_ > 0; }
+  /// Shows the overlay for pages that have been asked for. Until the last one has come, or the
+  /// person goes on without it, they hold the rows and the tabs too.
+  void waitForPages();
+  [[nodiscard]] bool isWaiting() const { return isBusy() && waits_; }
+  /// Takes the overlay back from what was shown in between, when pages are still waited for.
+  void waitOn();
   /// Whether a page has been asked for and has not arrived.
   [[nodiscard]] bool isFetching() { return !headerView_.refreshBtn()->isEnabled(); }
   /// Makes room for a search bar; not owned.
@@ -155,20 +160,6 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void setNotice(const QString& text);
   void showLoadingOverlay(const QString& text);
   void hideLoadingOverlay();
-  /// Shows the overlay for pages that are about to be asked for; it offers to stop them. To be
-  /// called before the list is busy with them.
-  void showFetchOverlay();
-  /// For every operation that fetches a page.
-  [[nodiscard]] std::stop_token stopToken() const { return stop_.get_token(); }
-  /// Ends the wait for all pages under way: they fail at once.
-  void stopFetches() { stop_.request_stop(); }
-  [[nodiscard]] bool wereFetchesStopped() const { return stop_.stop_requested(); }
-  /// Lets the list go on as if the stopped pages had not been asked for.
-  void forgetStopped();
-  /// `page`, once current, has arrived.
-  void setShownPage(int page) { shownPage_ = page; }
-  /// What the list says of stopped pages.
-  [[nodiscard]] QString stoppedNotice() const;
   /// Why a page did not come, and what to do.
   [[nodiscard]] QString failureNotice() const;
   /// The next page to arrive replaces the rows.
@@ -178,6 +169,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   [[nodiscard]] virtual bool loadMoreTakesTouches() const;
 
  private:
+  void goOn();
   void openTorrent(int row);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
@@ -190,17 +182,17 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   ListLayout layout_;
   ImageCache images_;
   LoadingIndicator* loading_ = nullptr;
+  int showing_ = 0;
   QString notice_;
   std::optional<std::string> lastDate_;
   std::optional<std::string> myCategories_;
   std::map<std::string, std::string, std::less<>> overrides_;
   int currentPage_ = 0;
-  // The current page as of the pages that have arrived.
-  int shownPage_ = 0;
-  std::stop_source stop_;
   SendingOverlay sends_;
   int pagesUnderWay_ = 0;
   bool refreshed_ = false;
+  // Whether the person waits for the pages under way.
+  bool waits_ = false;
   // Whether a torrent's page is being waited for.
   bool opening_ = false;
   // Last, so that their threads are joined before anything else goes.

@@ -53,6 +53,7 @@ void FavoriteListViewController::viewWillAppear() {
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
+  waitOn();
   if (!rows()->torrents()) {
     fetchFirstPage();
   }
@@ -90,7 +91,6 @@ void FavoriteListViewController::fetchNextXPages(int count, int startPage) {
   std::vector<int> numbers(static_cast<std::size_t>(std::max(count, 1)));
   std::iota(numbers.begin(), numbers.end(), startPage);
   const auto order = std::make_shared<DeliveryOrder>(numbers);
-  showFetchOverlay();
   if (delivery_.outstanding() == 0) {
     failedPages_ = 0;
     latestNames_.clear();
@@ -99,27 +99,23 @@ void FavoriteListViewController::fetchNextXPages(int count, int startPage) {
   setNotice({});
   // A refresh now would have the pages under way replace the rows and its own follow them.
   headerView()->refreshBtn()->setEnabled(false);
+  waitForPages();
   tableView()->setScrollEnabled(false);
   tableView()->setAllowsSelection(false);
   disableTabs(true);
   emit progressChanged();
   for (const int page : numbers) {
-    fetchPage(page, batch, {order, page, page == startPage ? kNoPage : page - 1}, numbers.back());
+    fetchPage(page, batch, {order, page, page == startPage ? kNoPage : page - 1});
   }
 }
 
-void FavoriteListViewController::fetchPage(int page, int batch, DeliveryPlace place, int lastPage) {
-  auto operation = std::make_shared<FilterFetchPage>(
+void FavoriteListViewController::fetchPage(int page, int batch, DeliveryPlace place) {
+  operationQueueMultiple_.addOperation(std::make_shared<FilterFetchPage>(
       pageUrl(page), filters_,
-      [self = sharedController(this), batch, lastPage](FilteredPage filtered) {
-        if (filtered.torrents) {
-          self->setShownPage(lastPage);
-        }
+      [self = sharedController(this), batch](FilteredPage filtered) {
         self->delivery_.deliver(batch, std::move(filtered));
       },
-      std::move(place));
-  operation->setStop(stopToken());
-  operationQueueMultiple_.addOperation(std::move(operation));
+      std::move(place)));
 }
 
 void FavoriteListViewController::show(FilteredPage page) {
@@ -132,17 +128,15 @@ void FavoriteListViewController::show(FilteredPage page) {
 void FavoriteListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
   const bool arrived = page.has_value();
   failedPages_ += arrived ? 0 : 1;
-  if (arrived || !wereFetchesStopped()) {
-    clearRefreshed();
-    std::vector<Torrent> torrents = std::move(page).value_or(std::vector<Torrent>{});
-    rows()->setNoMoreTorrents(torrents.empty());
-    filterData(torrents);
-    if (arrived) {
-      rows()->append(std::move(torrents));
-    }
-    rows()->reload();
-  }
+  clearRefreshed();
+  std::vector<Torrent> torrents = std::move(page).value_or(std::vector<Torrent>{});
+  rows()->setNoMoreTorrents(torrents.empty());
   tableView()->setAllowsSelection(true);
+  filterData(torrents);
+  if (arrived) {
+    rows()->append(std::move(torrents));
+  }
+  rows()->reload();
   emit progressChanged();
   emit pageLoaded(arrived);
   if (delivery_.outstanding() == 0) {
@@ -170,9 +164,6 @@ void FavoriteListViewController::remember(const std::vector<Torrent>& page) {
 }
 
 void FavoriteListViewController::batchEnded() {
-  if (wereFetchesStopped()) {
-    forgetStopped();
-  }
   tableView()->setScrollEnabled(true);
   hideLoadingOverlay();
   disableTabs(false);
@@ -184,7 +175,7 @@ void FavoriteListViewController::batchEnded() {
 QString FavoriteListViewController::batchNotice() {
   const int asked = pagesAsked();
   if (asked > 0 && failedPages_ == asked) {
-    return wereFetchesStopped() ? stoppedNotice() : failureNotice();
+    return failureNotice();
   }
   QStringList lines;
   if (failedPages_ > 0) {

@@ -66,7 +66,7 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
 
  private:
   [[nodiscard]] QString loadingText() const override { return tr("Filtering..."); }
-  void fetchPage(int page, int batch, DeliveryPlace place, int lastPage);
+  void fetchPage(int page, int batch, DeliveryPlace place);
   void fetchFirstPage() override;
   void show(FilteredPage page);
   void remember(const std::vector<Torrent>& page);

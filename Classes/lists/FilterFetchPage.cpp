@@ -11,7 +11,6 @@ FilterFetchPage::FilterFetchPage(std::optional<Url> url, std::shared_ptr<FilterS
 
 void FilterFetchPage::fetch() {
   HttpRequestRegExTorrent request(url());
-  request.setStop(stop());
   request.request();
   returnObject_.torrents = request.takeTorrents();
   returnObject_.filters = filters_;

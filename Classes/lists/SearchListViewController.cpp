@@ -35,6 +35,7 @@ void SearchListViewController::viewWillAppear() {
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
+  waitOn();
   setCurrentPage(0);
 }
 
@@ -50,7 +51,6 @@ void SearchListViewController::searchBarSearchButtonClicked() {
   if (isFetching()) {
     // Two searches under way would show the results of both, one below the other.
     nextSearch_ = mySearchBar_.text();
-    stopFetches();
     return;
   }
   search(mySearchBar_.text());

@@ -1,24 +1,25 @@
 #include "lists/SendingOverlay.h"
 
+#include <QPointer>
+
 #include "shell/ApplicationWindow.h"
 #include "shell/SendingTorrentIndicator.h"
 
 namespace veltramoor {
 
-std::stop_token SendingOverlay::begin() {
-  if (stop_.stop_requested()) {
-    stop_ = std::stop_source();
-  }
+void SendingOverlay::begin() {
   ++count_;
+  waits_ = true;
   show(count_ != 1);
-  return stop_.get_token();
 }
 
 void SendingOverlay::end() {
   --count_;
-  show(count_ >= 2);
+  if (waits_) {
+    show(count_ >= 2);
+  }
   if (count_ < 1) {
-    indicator_->hideLoadingIndicators();
+    hide();
   }
 }
 
@@ -30,7 +31,20 @@ void SendingOverlay::show(bool plural) {
                                  plural ? QStringLiteral("s") : QString()));
   indicator_->setOffset(50);
   indicator_->showLoadingIndicators();
-  indicator_->offerEnd([stop = stop_]() mutable { stop.request_stop(); });
+  showing_ = indicator_->showing();
+  indicator_->offerGoingOn([self = QPointer(this)] {
+    if (self != nullptr) {
+      self->waits_ = false;
+      self->hide();
+      emit self->wentOn();
+    }
+  });
+}
+
+void SendingOverlay::hide() {
+  if (indicator_ != nullptr && indicator_->showing() == showing_) {
+    indicator_->hideLoadingIndicators();
+  }
 }
 
 }  // namespace veltramoor

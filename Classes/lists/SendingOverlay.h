@@ -1,29 +1,39 @@
 // The "Sending ..." overlay of one list.
 #pragma once
 
-#include <stop_token>
+#include <QObject>
 
 namespace veltramoor {
 
 class SendingTorrentIndicator;
 
-/// Counts a list's sends and says so, for as long as any is under way, in the overlay that all
-/// lists share. Main thread only.
-class SendingOverlay {
+/// Counts a list's sends and says so in the overlay that all lists share, for as long as any is
+/// under way, or until the person goes on without waiting for them. Main thread only.
+class SendingOverlay : public QObject {
+  Q_OBJECT
+
  public:
-  /// One more send: the token by which the person can stop it, together with those before it.
-  [[nodiscard]] std::stop_token begin();
+  /// One more send is under way.
+  void begin();
   /// One of them has ended.
   void end();
 
   [[nodiscard]] int count() const { return count_; }
 
+ signals:
+  /// The person goes on; the sends do too.
+  void wentOn();
+
  private:
   void show(bool plural);
+  // Unless another list has shown it since.
+  void hide();
 
   SendingTorrentIndicator* indicator_ = nullptr;
-  std::stop_source stop_;
+  int showing_ = 0;
   int count_ = 0;
+  // Whether the person waits for the sends under way.
+  bool waits_ = false;
 };
 
 }  // namespace veltramoor

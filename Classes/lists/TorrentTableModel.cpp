@@ -68,6 +68,17 @@ void TorrentTableModel::clear() {
   endRemoveRows();
 }
 
+void TorrentTableModel::forget() {
+  const int rows = rowCount();
+  if (rows > 0) {
+    beginRemoveRows({}, 0, rows - 1);
+  }
+  torrents_.reset();
+  if (rows > 0) {
+    endRemoveRows();
+  }
+}
+
 void TorrentTableModel::append(std::vector<Torrent> page) {
   const int before = rowCount();
   if (!torrents_ && !noMoreTorrents_) {

@@ -40,6 +40,8 @@ class TorrentTableModel : public QAbstractListModel {
 
   /// Removes all torrents; the list stays one that has arrived.
   void clear();
+  /// Back to a list that has not arrived.
+  void forget();
   /// Appends a page; the first one makes the list exist.
   void append(std::vector<Torrent> page);
   [[nodiscard]] bool noMoreTorrents() const { return noMoreTorrents_; }

@@ -1,6 +1,10 @@
 // What the signed-in person has uploaded.
 #pragma once
 
+#include <deque>
+#include <optional>
+#include <string>
+
 #include "lists/AllListViewController.h"
 
 namespace veltramoor {
@@ -14,6 +18,7 @@ class UploadListViewController : public veltramoor::AllListViewController {
 
   /// Fetches page 0 unless a page of whoever is signed in now has arrived before.
   void viewWillAppear() override;
+  void loadedTorrents(std::optional<std::vector<Torrent>> page) override;
 
  protected:
   /// The user's name stands in it unescaped: a name that no URL may hold gives none.
@@ -22,8 +27,10 @@ class UploadListViewController : public veltramoor::AllListViewController {
   [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
 
  private:
-  // Whose uploads were asked for last.
-  std::optional<std::string> owner_;
+  using Name = std::optional<std::string>;
+  // Whose uploads the rows are, and whose the pages under way will be, the oldest first.
+  Name owner_;
+  std::deque<Name> askedFor_;
 };
 
 }  // namespace veltramoor

@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,8 +68,6 @@ class BitClient {
   std::optional<std::string> fileContentType;
   std::optional<std::string> prefixData;
   std::optional<std::string> postfixData;
-  /// Ends `setSessionId`; whoever sends the other requests gives it to them.
-  std::stop_token stop;
 
   [[nodiscard]] const std::optional<std::string>& sessionId() const { return sessionId_; }
   void setSessionId(std::optional<std::string> token) { sessionId_ = std::move(token); }

@@ -21,9 +21,8 @@ void showAndWait(const std::string& title, const std::string& message) {
 
 // The link's own contents: nothing for a magnet link, the file for an http one. Whether it could be
 // had does not decide the send.
-std::optional<std::string> contentsOf(const Url& url, const std::stop_token& stop) {
-  return url.isHttp() ? UrlLoading::sharedInstance().send({.url = url, .stop = stop}).data
-                      : std::nullopt;
+std::optional<std::string> contentsOf(const Url& url) {
+  return url.isHttp() ? UrlLoading::sharedInstance().send({.url = url}).data : std::nullopt;
 }
 
 }  // namespace
@@ -40,21 +39,17 @@ bool FetchPageDownload::send() const {
   // The whole text of a magnet link without a slash; otherwise what follows its last one.
   const std::string& text = url()->absoluteString();
   client->filename = text.substr(text.rfind('/') + 1);
-  client->file = contentsOf(*url(), stop());
-  client->stop = stop();
+  client->file = contentsOf(*url());
   client->setSessionId();
   HttpRequest request = client->getDownload();
-  request.setStop(stop());
   request.request();
   return request.isResponseValid();
 }
 
 void FetchPageDownload::fetch() {
   if (!send()) {
-    if (!stop().stop_requested()) {
-      showAndWait("Connection with server failed.",
-                  "Please make sure you have correctly setup your remote download settings.");
-    }
+    showAndWait("Connection with server failed.",
+                "Please make sure you have correctly setup your remote download settings.");
     return;
   }
   if (!DownloadHistory::append(name_)) {

@@ -10,7 +10,7 @@ namespace veltramoor {
 
 /// Delivers the torrent's name after a send that the client accepted (any status from 200 to 299),
 /// nothing after one that failed. A success is recorded in the download history; a failure shows
-/// one alert first, unless the person stopped it. Nothing is tried twice.
+/// one alert first. Nothing is tried twice.
 class FetchPageDownload final : public FetchPage<std::optional<std::string>> {
  public:
   FetchPageDownload(std::optional<Url> url, std::string name, Completion completion);

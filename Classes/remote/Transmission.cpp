@@ -20,7 +20,6 @@ void Transmission::setSessionId() {
   request.setPostData(R"({"method":"session-get"})");
   request.setUsername(username);
   request.setPassword(password);
-  request.setStop(stop);
   request.request();
   setSessionId(request.urlResponse() ? request.urlResponse()->header("X-Transmission-Session-Id")
                                      : std::nullopt);

@@ -26,7 +26,6 @@ void Utorrent::setSessionId() {
   request.setExtraHeaders({{"X-Requested-With", "XMLHttpRequest"}, {"X-Request", "JSON"}});
   request.setUsername(username);
   request.setPassword(password);
-  request.setStop(stop);
   request.request();
   setSessionId(request.result());
 }

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QTimer>
+#include <algorithm>
 #include <cassert>
 #include <cmath>
 #include <mutex>
@@ -35,6 +36,11 @@ LoadingIndicator& LoadingIndicator::sharedInstance() {
   return instance;
 }
 
+std::chrono::milliseconds& LoadingIndicator::patience() {
+  static std::chrono::milliseconds shared{3000};
+  return shared;
+}
+
 void LoadingIndicator::reset() {
   parentView_ = nullptr;
   offset_ = 0;
@@ -45,11 +51,13 @@ void LoadingIndicator::showLoadingIndicators() {
   assert(MainThread::isCurrent());
   if (!shown_) {
     shown_ = true;
+    shownFor_.start();
     shownOn_ = parentView_;
     if (shownOn_ != nullptr) {
       connect(shownOn_, &View::frameChanged, this, &LoadingIndicator::sizeFrame);
     }
   }
+  ++showing_;
   withdrawOffer();
   shownText_ = string_;
   // Kept, for any call for the instance resets the one to be set, and the parent may be resized.
@@ -58,7 +66,7 @@ void LoadingIndicator::showLoadingIndicators() {
 }
 
 void LoadingIndicator::setHint(const QString& text) {
-  if (shown_ && text != hint_) {
+  if (shown_ && !canGoOn_ && text != hint_) {
     hint_ = text;
     emit changed();
   }
@@ -79,33 +87,42 @@ void LoadingIndicator::hideLoadingIndicators() {
   emit changed();
 }
 
-void LoadingIndicator::offerEnd(std::function<void()> end) {
+void LoadingIndicator::offerGoingOn(std::function<void()> goOn) {
   withdrawOffer();
-  if (!shown_ || !end) {
+  if (!shown_) {
     return;
   }
-  end_ = std::move(end);
-  QTimer::singleShot(kPatience, this, [this, offer = offer_] {
-    if (offer == offer_) {
-      endable_ = true;
-      setHint(tr("Tap here to stop waiting"));
+  goOn_ = std::move(goOn);
+  const std::chrono::milliseconds left =
+      patience() - std::chrono::milliseconds(shownFor_.elapsed());
+  if (left <= std::chrono::milliseconds::zero()) {
+    makeOffer();
+    return;
+  }
+  QTimer::singleShot(left, this, [this, showing = showing_] {
+    if (showing == showing_ && goOn_) {
+      makeOffer();
     }
   });
 }
 
-void LoadingIndicator::endWait() {
-  if (!endable_) {
-    return;
+void LoadingIndicator::makeOffer() {
+  hint_ = tr("Tap here to go on meanwhile");
+  canGoOn_ = true;
+  emit changed();
+}
+
+void LoadingIndicator::goOn() {
+  if (canGoOn_) {
+    const std::function<void()> goOn = std::move(goOn_);
+    withdrawOffer();
+    goOn();
   }
-  const std::function<void()> end = std::move(end_);
-  withdrawOffer();
-  end();
 }
 
 void LoadingIndicator::withdrawOffer() {
-  ++offer_;
-  end_ = nullptr;
-  if (std::exchange(endable_, false)) {
+  goOn_ = nullptr;
+  if (std::exchange(canGoOn_, false)) {
     hint_.clear();
     emit changed();
   }

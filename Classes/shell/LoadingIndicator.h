@@ -1,6 +1,7 @@
 // The shared "Loading..." overlay.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QRectF>
@@ -12,10 +13,6 @@
 
 namespace veltramoor {
 
-/// Shorter waits cannot be tapped away: the second tap of an impatient finger means what lies
-/// below.
-inline constexpr std::chrono::seconds kPatience{3};
-
 /// A rounded box with a spinning wheel and a text, centred on a view. There is one for the whole
 /// application; nobody owns it. Main thread only, but for `sharedInstance`.
 class LoadingIndicator : public QObject {
@@ -23,7 +20,7 @@ class LoadingIndicator : public QObject {
   Q_PROPERTY(bool shown READ isShown NOTIFY changed)
   Q_PROPERTY(QString text READ shownText NOTIFY changed)
   Q_PROPERTY(QString hint READ hint NOTIFY changed)
-  Q_PROPERTY(bool endable READ isEndable NOTIFY changed)
+  Q_PROPERTY(bool canGoOn READ canGoOn NOTIFY changed)
   Q_PROPERTY(QRectF boxFrame READ boxFrame NOTIFY changed)
   Q_PROPERTY(QRectF wheelFrame READ wheelFrame NOTIFY changed)
   Q_PROPERTY(QRectF labelFrame READ labelFrame NOTIFY changed)
@@ -32,6 +29,10 @@ class LoadingIndicator : public QObject {
   /// Created on first use. Every call resets parent view, offset and string, and leaves what is on
   /// show alone: a caller sets all three and then shows, or just hides.
   static LoadingIndicator& sharedInstance();
+
+  /// Nothing is offered for a wait that has not lasted for this long: the second tap of an
+  /// impatient finger means what lies below. Shorter in tests.
+  static std::chrono::milliseconds& patience();
 
   [[nodiscard]] View* parentView() const { return parentView_; }
   void setParentView(View* view) { parentView_ = view; }
@@ -45,18 +46,20 @@ class LoadingIndicator : public QObject {
   /// the view it was shown on.
   void showLoadingIndicators();
   void hideLoadingIndicators();
+  /// Which showing this is: whoever showed the box last knows the number, and others leave it up.
+  [[nodiscard]] int showing() const { return showing_; }
 
   /// A line below the box, for as long as the box is shown.
   [[nodiscard]] QString hint() const { return hint_; }
   void setHint(const QString& text);
 
-  /// Lets the person end the wait that the box stands for: once it has lasted for `kPatience` the
-  /// hint says so, and a tap on the box, or the Escape key, calls `end`, once. The offer goes with
-  /// the box, when the box is shown for something else, and with an empty `end`.
-  void offerEnd(std::function<void()> end);
-  [[nodiscard]] bool isEndable() const { return endable_; }
-  /// The person's tap; nothing while the wait cannot be ended.
-  Q_INVOKABLE void endWait();
+  /// Lets the person go on while what the box stands for is still under way: once the box has been
+  /// up for `patience()` the hint says so, and a tap on it, or the Escape key, calls `goOn`, once.
+  /// The offer goes with the box, and when the box is shown again.
+  void offerGoingOn(std::function<void()> goOn);
+  [[nodiscard]] bool canGoOn() const { return canGoOn_; }
+  /// The person's tap; nothing while nothing is offered.
+  Q_INVOKABLE void goOn();
 
   [[nodiscard]] bool isShown() const { return shown_; }
   /// What the label reads; changes only when shown.
@@ -76,6 +79,7 @@ class LoadingIndicator : public QObject {
  private:
   void sizeFrame();
   void withdrawOffer();
+  void makeOffer();
 
   QPointer<View> parentView_;
   int offset_ = 0;
@@ -84,11 +88,11 @@ class LoadingIndicator : public QObject {
   QPointer<View> shownOn_;
   QString shownText_;
   int shownOffset_ = 0;
+  int showing_ = 0;
+  QElapsedTimer shownFor_;
   QString hint_;
-  std::function<void()> end_;
-  // Counts the offers, so that the time of an old one is not taken for the latest one's.
-  int offer_ = 0;
-  bool endable_ = false;
+  std::function<void()> goOn_;
+  bool canGoOn_ = false;
   QRectF boxFrame_;
   QRectF wheelFrame_;
   QRectF labelFrame_;

@@ -140,28 +140,20 @@ void LoginViewController::login() {
   loading_->setString(tr("Please wait..."));
   loading_->setOffset(kIndicatorOffset);
   loading_->showLoadingIndicators();
-  stop_ = std::stop_source();
-  loading_->offerEnd([stop = stop_]() mutable { stop.request_stop(); });
   const auto self = sharedController(this);
   if (anonymousLogin_.isOn()) {
     operationQueue_.addOperation(std::make_shared<FetchPageQuickLoginCheck>(
         std::nullopt,
         [self](const std::shared_ptr<HttpRequest>& request) { self->loginResult(request); }));
   } else {
-    auto check = std::make_shared<FetchPageLoginCheck>(
+    operationQueue_.addOperation(std::make_shared<FetchPageLoginCheck>(
         Url::parse(settingsAddress()),
-        [self](const std::shared_ptr<HttpRequest>& page) { self->doLogin(page); });
-    check->setStop(stop_.get_token());
-    operationQueue_.addOperation(std::move(check));
+        [self](const std::shared_ptr<HttpRequest>& page) { self->doLogin(page); }));
   }
   endEditing();
 }
 
 void LoginViewController::doLogin(const std::shared_ptr<HttpRequest>& page) {
-  if (stop_.stop_requested()) {
-    endLogin();
-    return;
-  }
   doLogin(page, [self = sharedController(this)](const std::shared_ptr<HttpRequest>& request) {
     self->loginResult(request);
   });
@@ -173,25 +165,16 @@ void LoginViewController::doLogin(const std::shared_ptr<HttpRequest>& page,
     triedLoggingIn({true, ""});
     return;
   }
-  auto signIn =
+  operationQueue_.addOperation(
       std::make_shared<FetchPageSignIn>(Url::parse(loginAddress()), username_.text().toStdString(),
-                                        password_.text().toStdString(), std::move(completion));
-  signIn->setStop(stop_.get_token());
-  operationQueue_.addOperation(std::move(signIn));
+                                        password_.text().toStdString(), std::move(completion)));
 }
 
 void LoginViewController::loginResult(const std::shared_ptr<HttpRequest>& request) {
-  if (stop_.stop_requested()) {
-    // Whoever ended the wait needs no alert; a session that the site began all the same is found by
-    // the next login.
-    endLogin();
-    return;
-  }
   triedLoggingIn(judgeLogin(*request));
 }
 
 void LoginViewController::endLogin() {
-  stop_ = std::stop_source();
   loginBtn_.setEnabled(true);
   loading_->hideLoadingIndicators();
 }
@@ -210,7 +193,6 @@ void LoginViewController::triedLoggingIn(const LoginOutcome& outcome) {
 }
 
 void LoginViewController::checkNotice() {
-  loading_->offerEnd({});
   const auto request = std::make_shared<HttpRequest>(noticeUrl());
   request->setTimeout(kNoticeTimeout);
   // The transport's timeout counts from byte to byte; a server that drips may not hold the person

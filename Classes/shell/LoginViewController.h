@@ -5,7 +5,6 @@
 #include <QString>
 #include <functional>
 #include <memory>
-#include <stop_token>
 
 #include "platform/OperationQueue.h"
 #include "shell/DonateViewController.h"
@@ -119,8 +118,6 @@ class LoginViewController : public veltramoor::ViewController {
   bool infoViewShown_ = false;
   bool keyboardVisible_ = false;
   // Last, so that its thread is joined before anything else goes.
-  // Ends the login under way when the person no longer waits for it.
-  std::stop_source stop_;
   OperationQueue operationQueue_{1};
 };
 

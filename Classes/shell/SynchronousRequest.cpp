@@ -52,7 +52,7 @@ class InputFilter final : public QObject {
   InputFilter(Wait& wait, GivingUp givingUp) : wait_(wait), givingUp_(givingUp) {
     qApp->installEventFilter(this);
     if (givingUp == GivingUp::Allowed) {
-      QTimer::singleShot(kPatience, this, [this] {
+      QTimer::singleShot(LoadingIndicator::patience(), this, [this] {
         tapGivesUp_ = true;
         LoadingIndicator::sharedInstance().setHint(QObject::tr("Tap to stop waiting"));
       });

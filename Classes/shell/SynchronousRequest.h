@@ -9,7 +9,7 @@
 namespace veltramoor {
 
 /// Whether the person may give up waiting: at any time by the Escape key, and by a tap anywhere
-/// once the wait has lasted for `kPatience`, which the overlay then says.
+/// once the wait has lasted for `LoadingIndicator::patience()`, which the overlay then says.
 enum class GivingUp : bool { No, Allowed };
 
 enum class WaitEnd {

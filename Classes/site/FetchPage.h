@@ -5,7 +5,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stop_token>
 #include <utility>
 
 #include "platform/MainThread.h"
@@ -50,17 +49,11 @@ class FetchPage : public Operation {
 
   [[nodiscard]] const std::optional<Url>& url() const { return url_; }
 
-  /// Asking for a stop makes the work fail at once, also before it has begun. To be set before the
-  /// operation is queued.
-  void setStop(std::stop_token stop) { stop_ = std::move(stop); }
-
  protected:
   /// The work, on a worker thread.
   virtual void fetch() = 0;
 
   void setUrl(std::optional<Url> url) { url_ = std::move(url); }
-  /// For the requests that `fetch` makes.
-  [[nodiscard]] const std::stop_token& stop() const { return stop_; }
 
   Outcome returnObject_{};
 
@@ -83,7 +76,6 @@ class FetchPage : public Operation {
   std::optional<Url> url_;
   Completion completion_;
   std::optional<DeliveryPlace> place_;
-  std::stop_token stop_;
 };
 
 }  // namespace veltramoor

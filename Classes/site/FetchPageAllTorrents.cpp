@@ -6,7 +6,6 @@ namespace veltramoor {
 
 void FetchPageAllTorrents::fetch() {
   HttpRequestRegExTorrent request(url());
-  request.setStop(stop());
   request.request();
   returnObject_ = request.takeTorrents();
 }

@@ -9,7 +9,6 @@ FetchPageLoginCheck::FetchPageLoginCheck(std::optional<Url> url, Completion comp
 
 void FetchPageLoginCheck::fetch() {
   returnObject_ = std::make_shared<HttpRequest>(url());
-  returnObject_->setStop(stop());
   requestAndSetUpSession(*returnObject_);
 }
 

@@ -18,7 +18,6 @@ void FetchPageSignIn::fetch() {
   returnObject_->setType("POST");
   returnObject_->setPostData(fmt::format("username={}&password={}&act=login&submit=Login",
                                          username_, stringWithPercentEscape(password_)));
-  returnObject_->setStop(stop());
   requestAndSetUpSession(*returnObject_);
 }
 

@@ -49,7 +49,8 @@ int run(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     const std::vector<std::string> unknown = app.remaining();
-    if (app.get_subcommands().empty() && !unknown.empty() && !unknown.front().starts_with('-')) {
+    if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty() &&
+        !unknown.front().starts_with('-')) {
       // Not repeated: what stands in a command's place may be anything, a password too.
       return cli::fail(cli::kWrongUsage, "There is no such command. --help names them all.");
     }

@@ -205,6 +205,19 @@ TEST_F(ListVariantsTest, AnotherPersonDoesNotSeeTheLastOnesUploads) {
                     }),
             "/user/Anonymous/0/99");
   EXPECT_EQ(list->rows()->torrentCount(), 0);
+  // A page that was under way is nobody's, and a first page that did not come is asked for again.
+  UserInfo::sharedInstance().setUsername("anna");
+  EXPECT_EQ(fetched(*list, [&] { list->viewWillAppear(); }), "/user/anna/0/99");
+  list->fetchPage(1);
+  UserInfo::sharedInstance().setUsername("demo");
+  site_.setFault("/user/demo", Fault{FaultKind::Close, {}, 0});
+  list->viewWillAppear();
+  ASSERT_TRUE(waitFor([&] { return !list->hasBackgroundWork(); }));
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(list->rows()->torrents().has_value());
+  EXPECT_EQ(list->currentPage(), 0);
+  site_.clearFaults();
+  EXPECT_EQ(fetched(*list, [&] { list->viewWillAppear(); }), "/user/demo/0/99");
 }
 
 // What an option of one command changes is neither stored nor seen by another list.
