@@ -144,7 +144,7 @@ WebEngineView {
             if (info.errorDomain === WebEngineLoadingInfo.HttpStatusCodeDomain)
                 finished()
             else
-                page.reportFailed(info.url, reason(info))
+                failed(info)
             break
         case WebEngineView.LoadStoppedStatus:
             // What the application stopped is over for it, and another load may be on its way.
@@ -163,6 +163,15 @@ WebEngineView {
         case WebEngineLoadingInfo.ConnectionErrorDomain: return qsTr("the server could not be reached")
         default: return qsTr("error %1").arg(Math.abs(info.errorCode))
         }
+    }
+
+    // A load that broke off midway has taken the place of the page before it, and has its address.
+    function failed(info: var): void {
+        if (info.url.toString() === url.toString()) {
+            page.reportReplaced()
+            reportHistory()
+        }
+        page.reportFailed(info.url, reason(info))
     }
 
     function finished(): void {
@@ -242,8 +251,11 @@ WebEngineView {
     onQuotaRequested: request => request.reject()
     onFullScreenRequested: request => request.reject()
     onRenderProcessTerminated: (status, code) => {
-        if (status !== WebEngineView.NormalTerminationStatus)
-            page.reportLost(view.url, qsTr("it ended unexpectedly"))
+        if (status !== WebEngineView.NormalTerminationStatus) {
+            page.reportReplaced()
+            page.reportStarted()
+            page.reportFailed(view.url, qsTr("it ended unexpectedly"))
+        }
     }
 
     Connections {

@@ -9,8 +9,6 @@
 #include "platform/SiteConfiguration.h"
 #include "remote/FetchPageDownload.h"
 #include "settings/RecentDisplaySettingsViewController.h"
-#include "shell/ApplicationWindow.h"
-#include "shell/LoadingIndicator.h"
 #include "shell/ProfileWebViewController.h"
 #include "shell/TorrentWebViewController.h"
 #include "site/FetchPageAllTorrents.h"
@@ -38,7 +36,9 @@ AllListViewController::AllListViewController(TableViewStyle, const QString& inte
   setTitle(tr("Recent Torrents"));
   tabBarItem()->set(tr("Recents"), QStringLiteral("tabbar-all.png"), 0);
   connect(&Device::sharedInstance(), &Device::changed, this, &AllListViewController::loadView);
-  connect(&sends_, &SendingOverlay::wentOn, this, [this] { disableTabs(false); });
+  connect(&sends_, &SendingOverlay::wentOn, this, [this] { disableTabs(isWaiting()); });
+  connect(&overlay_, &ListOverlay::wentOn, this, &AllListViewController::goOn);
+  connect(&overlay_, &ListOverlay::hidden, this, &AllListViewController::loadingHidden);
   loadView();
 }
 
@@ -70,11 +70,19 @@ void AllListViewController::viewWillAppear() {
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
-  waitOn();
-  if (!rows_.torrents()) {
-    currentPage_ = 0;
-    fetchFirstPage();
+  fetchWhenNeeded();
+}
+
+void AllListViewController::fetchWhenNeeded() {
+  if (rows_.torrents()) {
+    return;
   }
+  if (isBusy()) {
+    waitForPages();
+    return;
+  }
+  currentPage_ = 0;
+  fetchFirstPage();
 }
 
 bool AllListViewController::hasBackgroundWork() const {
@@ -101,45 +109,52 @@ std::optional<Url> AllListViewController::pageUrl(int page) {
   return Url::parse(fmt::format("http://{}/recent/{}", host, page));
 }
 
-void AllListViewController::showLoadingOverlay(const QString& message) {
-  loading_ = &LoadingIndicator::sharedInstance();
-  loading_->setParentView(applicationWindow());
-  loading_->setString(message);
-  loading_->setOffset(0);
-  loading_->showLoadingIndicators();
-  showing_ = loading_->showing();
-}
-
 void AllListViewController::hideLoadingOverlay() {
-  // A page that comes late, perhaps after a login to another site, must not take it from the screen
-  // that waits now.
-  if (loading_ != nullptr && loading_->showing() == showing_ && !opening_) {
-    loading_->hideLoadingIndicators();
+  if (!opening_) {
+    overlay_.hide();
   }
 }
 
 void AllListViewController::waitForPages() {
-  showLoadingOverlay(loadingText());
+  overlay_.show(loadingText());
+  overlay_.offerGoingOn();
   waits_ = true;
-  loading_->offerGoingOn([self = QPointer(this)] {
-    if (self != nullptr) {
-      self->goOn();
-    }
-  });
+  tableView_.setAllowsSelection(false);
+  disableTabs(true);
+}
+
+void AllListViewController::endWait() {
+  tableView_.setAllowsSelection(true);
+  // Pages that the person went on from take nothing from the screen that waits now.
+  if (waits_) {
+    waits_ = false;
+    disableTabs(false);
+    hideLoadingOverlay();
+  }
 }
 
 void AllListViewController::goOn() {
-  waits_ = false;
-  hideLoadingOverlay();
   tableView_.setScrollEnabled(true);
-  tableView_.setAllowsSelection(true);
-  disableTabs(false);
+  endWait();
 }
 
-void AllListViewController::waitOn() {
-  if (isWaiting()) {
-    waitForPages();
+void AllListViewController::loadingHidden() {
+  if (!isWaiting()) {
+    return;
   }
+  // Another screen has shown the overlay for itself, and taken it away.
+  if (isOnShow()) {
+    waitForPages();
+  } else {
+    goOn();
+  }
+}
+
+bool AllListViewController::isOnShow() const {
+  const NavigationController* stack = navigationController();
+  const TabBarController* tabs = tabBarController();
+  return stack == nullptr || (stack->isVisible() && stack->topViewController() == this &&
+                              (tabs == nullptr || tabs->selectedViewController() == stack));
 }
 
 void AllListViewController::clearRefreshed() {
@@ -160,12 +175,12 @@ void AllListViewController::fetch(std::optional<Url> url) {
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
   waitForPages();
-  tableView_.setAllowsSelection(false);
-  disableTabs(true);
   operationQueue_.addOperation(std::make_shared<FetchPageAllTorrents>(
-      std::move(url),
-      [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
-        self->loadedTorrents(std::move(torrents));
+      std::move(url), [self = sharedController(this),
+                       of = generation_](std::optional<std::vector<Torrent>> torrents) {
+        if (of == self->generation_) {
+          self->loadedTorrents(std::move(torrents));
+        }
       }));
 }
 
@@ -176,9 +191,7 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   }
   clearRefreshed();
   rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
-  hideLoadingOverlay();
-  disableTabs(false);
-  tableView_.setAllowsSelection(true);
+  endWait();
   headerView_.refreshBtn()->setEnabled(--pagesUnderWay_ == 0);
   if (arrived) {
     filterData(*page);
@@ -189,8 +202,8 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   rows_.reload();
   if (!arrived) {
     setNotice(failureNotice());
-  } else if (rows_.torrentCount() == 0) {
-    setNotice(emptyText());
+  } else {
+    setNotice(rows_.torrentCount() == 0 ? emptyText() : QString());
   }
   emit pageLoaded(arrived);
 }
@@ -243,7 +256,7 @@ void AllListViewController::didSelectProfile(const std::optional<QString>& usern
   if (navigationController() == nullptr) {
     return;
   }
-  showLoadingOverlay(tr("Loading..."));
+  overlay_.show(tr("Loading..."));
   tableView_.setAllowsSelection(false);
   disableTabs(true);
   // The screen on top hides the overlay and lets this list go on.
@@ -260,17 +273,18 @@ void AllListViewController::openTorrent(int row) {
   const auto url = Url::parse(
       fmt::format("http://{}{}", SiteConfiguration::current().siteHost, torrent.detailsUrl));
   const auto self = sharedController(this);
-  showLoadingOverlay(tr("Loading..."));
+  overlay_.show(tr("Loading..."));
   tableView_.setAllowsSelection(false);
   // Returns when the page is there; pages of the list may arrive meanwhile.
   opening_ = true;
   const auto details = std::make_shared<TorrentWebViewController>(url, row, self);
   opening_ = false;
-  if (!isWaiting()) {
+  if (isWaiting()) {
+    waitForPages();
+  } else {
     tableView_.setAllowsSelection(true);
     hideLoadingOverlay();
   }
-  waitOn();
   if (navigationController() != nullptr) {
     navigationController()->pushViewController(details);
   }
@@ -303,7 +317,9 @@ void AllListViewController::send(const Torrent& torrent) {
 
 void AllListViewController::downloadedFinished(const std::optional<std::string>& name) {
   tableView_.setAllowsSelection(true);
-  disableTabs(false);
+  if (sends_.isWaitedFor()) {
+    disableTabs(false);
+  }
   sends_.end();
   if (name) {
     rows_.markDownloaded(*name);
@@ -329,7 +345,6 @@ void AllListViewController::resume() {
     tableView_.setAllowsSelection(true);
     disableTabs(false);
   }
-  waitOn();
 }
 
 void AllListViewController::didSelectRowAtIndexPath(int row) {
@@ -356,18 +371,7 @@ void AllListViewController::cellForRowAtIndexPath(int row, TorrentItemTableViewC
   if (row < 0 || row >= rows_.torrentCount()) {
     return;
   }
-  const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(row)];
-  cell->upImg = images_.image(QStringLiteral("up.jpg"));
-  cell->downImg = images_.image(QStringLiteral("down.jpg"));
-  cell->nameLbl = QString::fromStdString(torrent.name);
-  cell->dateLbl = QString::fromStdString(torrent.date);
-  cell->upLbl = QString::fromStdString(torrent.up);
-  cell->downLbl = QString::fromStdString(torrent.down);
-  cell->sizeLbl = QString::fromStdString(torrent.size);
-  cell->typeImg = images_.image(QString::fromStdString(torrent.type));
-  cell->downloadedImg =
-      torrent.isDownloaded ? images_.image(QStringLiteral("downloaded.png")) : QImage();
-  cell->waitLbl = text(torrent.wait);
+  cell->fill((*rows_.torrents())[static_cast<std::size_t>(row)], images_);
   cell->setNeedsDisplay();
 }
 

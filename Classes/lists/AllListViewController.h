@@ -13,6 +13,7 @@
 #include "lists/HeaderView.h"
 #include "lists/ImageCache.h"
 #include "lists/ListLayout.h"
+#include "lists/ListOverlay.h"
 #include "lists/LoadMoreItemView.h"
 #include "lists/SendingOverlay.h"
 #include "lists/TorrentItemTableViewCell.h"
@@ -24,8 +25,6 @@
 #include "toolkit/ViewController.h"
 
 namespace veltramoor {
-
-class LoadingIndicator;
 
 enum class TableViewStyle { Plain };
 
@@ -146,19 +145,23 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void fetch(std::optional<Url> url);
   /// Whether pages are under way.
   [[nodiscard]] virtual bool isBusy() const { return pagesUnderWay_ > 0; }
-  /// Shows the overlay for pages that have been asked for. Until the last one has come, or the
-  /// person goes on without it, they hold the rows and the tabs too.
+  /// Fetches what the first appearance shows, unless it has come or is under way.
+  void fetchWhenNeeded();
+  /// Has pages that have been asked for hold the overlay, the rows and the tabs until one has come,
+  /// or the person goes on.
   void waitForPages();
   [[nodiscard]] bool isWaiting() const { return isBusy() && waits_; }
-  /// Takes the overlay back from what was shown in between, when pages are still waited for.
-  void waitOn();
-  /// Whether a page has been asked for and has not arrived.
-  [[nodiscard]] bool isFetching() { return !headerView_.refreshBtn()->isEnabled(); }
+  /// Gives back what the pages hold.
+  void endWait();
+  /// The pages under way are for nobody any more.
+  void ignorePages() {
+    ++generation_;
+    pagesUnderWay_ = 0;
+  }
   /// Makes room for a search bar; not owned.
   void setSearchBar(TextField* bar);
   void setCurrentPage(int page) { currentPage_ = page; }
   void setNotice(const QString& text);
-  void showLoadingOverlay(const QString& text);
   void hideLoadingOverlay();
   /// Why a page did not come, and what to do.
   [[nodiscard]] QString failureNotice() const;
@@ -170,6 +173,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
 
  private:
   void goOn();
+  void loadingHidden();
+  [[nodiscard]] bool isOnShow() const;
   void openTorrent(int row);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
@@ -181,8 +186,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   TextField* searchBar_ = nullptr;
   ListLayout layout_;
   ImageCache images_;
-  LoadingIndicator* loading_ = nullptr;
-  int showing_ = 0;
+  ListOverlay overlay_;
   QString notice_;
   std::optional<std::string> lastDate_;
   std::optional<std::string> myCategories_;
@@ -193,6 +197,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   bool refreshed_ = false;
   // Whether the person waits for the pages under way.
   bool waits_ = false;
+  // Pages that were asked for in an earlier one are ignored.
+  int generation_ = 0;
   // Whether a torrent's page is being waited for.
   bool opening_ = false;
   // Last, so that their threads are joined before anything else goes.

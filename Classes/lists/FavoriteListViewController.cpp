@@ -53,10 +53,7 @@ void FavoriteListViewController::viewWillAppear() {
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
-  waitOn();
-  if (!rows()->torrents()) {
-    fetchFirstPage();
-  }
+  fetchWhenNeeded();
 }
 
 bool FavoriteListViewController::hasBackgroundWork() const {
@@ -165,8 +162,7 @@ void FavoriteListViewController::remember(const std::vector<Torrent>& page) {
 
 void FavoriteListViewController::batchEnded() {
   tableView()->setScrollEnabled(true);
-  hideLoadingOverlay();
-  disableTabs(false);
+  endWait();
   headerView()->refreshBtn()->setEnabled(true);
   setNotice(batchNotice());
   emit batchLoaded(failedPages_ < pagesAsked());

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 #include "PreferencesKeys.h"
 #include "Util/AbsentValue.h"
 #include "Util/NSStringEscaping.h"
@@ -35,7 +33,6 @@ void SearchListViewController::viewWillAppear() {
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
-  waitOn();
   setCurrentPage(0);
 }
 
@@ -48,25 +45,11 @@ void SearchListViewController::clearRows() {
 
 void SearchListViewController::searchBarSearchButtonClicked() {
   mySearchBar_.resignFirstResponder();
-  if (isFetching()) {
-    // Two searches under way would show the results of both, one below the other.
-    nextSearch_ = mySearchBar_.text();
-    return;
-  }
-  search(mySearchBar_.text());
-}
-
-void SearchListViewController::search(const QString& text) {
+  // The results of an earlier search would stand above those of this one.
+  ignorePages();
   clearRows();
-  searchString_ = stringByAddingPercentEscapesInAscii(text.toStdString());
+  searchString_ = stringByAddingPercentEscapesInAscii(mySearchBar_.text().toStdString());
   fetchPage(0);
-}
-
-void SearchListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
-  AllListViewController::loadedTorrents(std::move(page));
-  if (const auto text = std::exchange(nextSearch_, std::nullopt)) {
-    search(*text);
-  }
 }
 
 void SearchListViewController::didRefresh() {

@@ -18,13 +18,12 @@ class SearchListViewController : public veltramoor::AllListViewController {
 
   /// Fetches nothing. The page counter starts anew, so that "load more" asks for page 1 again.
   void viewWillAppear() override;
-  void loadedTorrents(std::optional<std::vector<Torrent>> page) override;
   /// Asks again for the query of the latest search, whatever the bar holds.
   void didRefresh() override;
   void didSearch() override;
   /// Gives up the keyboard.
   void touchesBegan() override;
-  /// Searches for the bar's text; while a page is under way, as soon as that has arrived.
+  /// Searches for the bar's text; a page of an earlier search that is still under way is ignored.
   void searchBarSearchButtonClicked();
 
   /// The query, percent-escaped; absent before the first search and after one for a text outside
@@ -40,12 +39,9 @@ class SearchListViewController : public veltramoor::AllListViewController {
 
  private:
   void clearRows();
-  void search(const QString& text);
 
   TextField mySearchBar_;
   std::optional<std::string> searchString_;
-  /// The text of a search that waits for the page under way.
-  std::optional<QString> nextSearch_;
 };
 
 }  // namespace veltramoor

@@ -15,11 +15,10 @@ void SendingOverlay::begin() {
 
 void SendingOverlay::end() {
   --count_;
-  if (waits_) {
-    show(count_ >= 2);
-  }
   if (count_ < 1) {
     hide();
+  } else if (waits_ && isOurs()) {
+    show(count_ >= 2);
   }
 }
 
@@ -41,8 +40,10 @@ void SendingOverlay::show(bool plural) {
   });
 }
 
+bool SendingOverlay::isOurs() const { return indicator_->showing() == showing_; }
+
 void SendingOverlay::hide() {
-  if (indicator_ != nullptr && indicator_->showing() == showing_) {
+  if (isOurs()) {
     indicator_->hideLoadingIndicators();
   }
 }

@@ -19,6 +19,8 @@ class SendingOverlay : public QObject {
   void end();
 
   [[nodiscard]] int count() const { return count_; }
+  /// Whether the person has not gone on from those under way.
+  [[nodiscard]] bool isWaitedFor() const { return waits_; }
 
  signals:
   /// The person goes on; the sends do too.
@@ -26,7 +28,8 @@ class SendingOverlay : public QObject {
 
  private:
   void show(bool plural);
-  // Unless another list has shown it since.
+  // Whether no other list has shown the overlay since.
+  [[nodiscard]] bool isOurs() const;
   void hide();
 
   SendingTorrentIndicator* indicator_ = nullptr;

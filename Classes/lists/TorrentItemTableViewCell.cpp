@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 
+#include "lists/ImageCache.h"
 #include "toolkit/Device.h"
 
 namespace veltramoor {
@@ -49,6 +50,19 @@ void drawCount(QPainter& painter, double iconLeft, const QString& text) {
 }
 
 }  // namespace
+
+void TorrentItemTableViewCell::fill(const Torrent& torrent, ImageCache& images) {
+  upImg = images.image(QStringLiteral("up.jpg"));
+  downImg = images.image(QStringLiteral("down.jpg"));
+  nameLbl = QString::fromStdString(torrent.name);
+  dateLbl = QString::fromStdString(torrent.date);
+  upLbl = QString::fromStdString(torrent.up);
+  downLbl = QString::fromStdString(torrent.down);
+  sizeLbl = QString::fromStdString(torrent.size);
+  typeImg = images.image(QString::fromStdString(torrent.type));
+  downloadedImg = torrent.isDownloaded ? images.image(QStringLiteral("downloaded.png")) : QImage();
+  waitLbl = QString::fromStdString(torrent.wait.value_or(""));
+}
 
 void TorrentItemTableViewCell::drawContentView(QPainter& painter, const QRectF& rect) {
   const bool lit = isHighlighted() || isSelected();

@@ -5,8 +5,11 @@
 #include <QString>
 
 #include "lists/FlatTableViewCell.h"
+#include "site/Torrent.h"
 
 namespace veltramoor {
+
+class ImageCache;
 
 /// What a row shows, at fixed places. Filled by the list, which then calls `setNeedsDisplay`.
 class TorrentItemTableViewCell : public veltramoor::FlatTableViewCell {
@@ -15,6 +18,8 @@ class TorrentItemTableViewCell : public veltramoor::FlatTableViewCell {
  public:
   using FlatTableViewCell::FlatTableViewCell;
 
+  /// Takes over what the row says of `torrent`; `images` has the icons by their keys.
+  void fill(const Torrent& torrent, ImageCache& images);
   void drawContentView(QPainter& painter, const QRectF& rect) override;
 
   QString nameLbl;

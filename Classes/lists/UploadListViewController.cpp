@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 #include "PreferencesKeys.h"
 #include "Util/AbsentValue.h"
 #include "lists/SortedOrder.h"
@@ -19,28 +17,18 @@ UploadListViewController::UploadListViewController(TableViewStyle style)
   tabBarItem()->set(tr("Uploads"), QStringLiteral("tabbar-upload.png"), 0);
 }
 
-// The list outlives a logout, and the next person must not see the last one's.
 void UploadListViewController::viewWillAppear() {
-  if (owner_ != UserInfo::sharedInstance().username()) {
+  const std::optional<std::string> name = UserInfo::sharedInstance().username();
+  if (name != owner_) {
+    // The list outlives a logout, and the next person must not see the last one's.
+    ignorePages();
     rows()->forget();
+    owner_ = name;
   }
   AllListViewController::viewWillAppear();
 }
 
-void UploadListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
-  const Name owner = askedFor_.front();
-  askedFor_.pop_front();
-  if (owner != UserInfo::sharedInstance().username()) {
-    page.reset();
-  }
-  if (page) {
-    owner_ = owner;
-  }
-  AllListViewController::loadedTorrents(std::move(page));
-}
-
 std::optional<Url> UploadListViewController::pageUrl(int page) {
-  askedFor_.push_back(UserInfo::sharedInstance().username());
   const std::string order =
       sortedOrder(setting(PreferencesKeys::uploadOrderBy), setting(PreferencesKeys::uploadSortBy));
   return Url::parse(fmt::format("http://{}/user/{}/{}/{}", SiteConfiguration::current().siteHost,

@@ -1,7 +1,6 @@
 // What the signed-in person has uploaded.
 #pragma once
 
-#include <deque>
 #include <optional>
 #include <string>
 
@@ -16,9 +15,8 @@ class UploadListViewController : public veltramoor::AllListViewController {
  public:
   explicit UploadListViewController(TableViewStyle style);
 
-  /// Fetches page 0 unless a page of whoever is signed in now has arrived before.
+  /// Fetches page 0 unless it has come, or is under way, for whoever is signed in now.
   void viewWillAppear() override;
-  void loadedTorrents(std::optional<std::vector<Torrent>> page) override;
 
  protected:
   /// The user's name stands in it unescaped: a name that no URL may hold gives none.
@@ -27,10 +25,8 @@ class UploadListViewController : public veltramoor::AllListViewController {
   [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
 
  private:
-  using Name = std::optional<std::string>;
-  // Whose uploads the rows are, and whose the pages under way will be, the oldest first.
-  Name owner_;
-  std::deque<Name> askedFor_;
+  // Whose uploads these are.
+  std::optional<std::string> owner_;
 };
 
 }  // namespace veltramoor

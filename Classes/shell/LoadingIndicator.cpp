@@ -3,7 +3,6 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QTimer>
-#include <algorithm>
 #include <cassert>
 #include <cmath>
 #include <mutex>
@@ -85,6 +84,7 @@ void LoadingIndicator::hideLoadingIndicators() {
   withdrawOffer();
   hint_.clear();
   emit changed();
+  emit hidden();
 }
 
 void LoadingIndicator::offerGoingOn(std::function<void()> goOn) {

@@ -46,7 +46,8 @@ class LoadingIndicator : public QObject {
   /// the view it was shown on.
   void showLoadingIndicators();
   void hideLoadingIndicators();
-  /// Which showing this is: whoever showed the box last knows the number, and others leave it up.
+  /// The latest showing: whoever keeps its number can tell whether the box is still its own, and
+  /// leaves it up otherwise.
   [[nodiscard]] int showing() const { return showing_; }
 
   /// A line below the box, for as long as the box is shown.
@@ -71,6 +72,8 @@ class LoadingIndicator : public QObject {
 
  signals:
   void changed();
+  /// The box has gone: whoever still waits may want it back.
+  void hidden();
 
  protected:
   LoadingIndicator() = default;

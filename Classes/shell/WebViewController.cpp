@@ -24,6 +24,10 @@ WebViewController::WebViewController(const std::optional<Url>&,
                                      std::shared_ptr<AllListViewController> target)
     : ViewController(QStringLiteral("WebScreen.qml")), target_(std::move(target)) {
   setTitle({});
+  if (target_ != nullptr) {
+    // The list has shown the overlay, for this screen to hide.
+    showing_ = LoadingIndicator::sharedInstance().showing();
+  }
 }
 
 WebViewController::~WebViewController() = default;
@@ -182,11 +186,13 @@ void WebViewController::showLoading(int offset) {
   loading.setString(tr("Loading..."));
   loading.setOffset(offset);
   loading.showLoadingIndicators();
+  showing_ = loading.showing();
 }
 
 void WebViewController::hideLoading() {
-  if (onShow_) {
-    LoadingIndicator::sharedInstance().hideLoadingIndicators();
+  LoadingIndicator& loading = LoadingIndicator::sharedInstance();
+  if (onShow_ && loading.showing() == showing_) {
+    loading.hideLoadingIndicators();
   }
 }
 

@@ -119,6 +119,8 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   std::shared_ptr<AllListViewController> target_;
   std::unique_ptr<WebPage> myWebView_;
   std::shared_ptr<ViewController> keptAlive_;
+  // The overlay's showing that is this screen's to end.
+  int showing_ = 0;
   bool onShow_ = true;
   bool wasInNavigation_ = false;
   // Of what the fetches under way bring, only the present generation's is shown.

@@ -57,6 +57,8 @@ class NavigationController : public veltramoor::ViewController {
   /// Its first screen's.
   [[nodiscard]] TabBarItem* tabBarItem() override;
   [[nodiscard]] ViewController* topViewController() const;
+  /// Between its appearance and its disappearance.
+  [[nodiscard]] bool isVisible() const { return visible_; }
   [[nodiscard]] int depth() const { return static_cast<int>(stack_.controllers().size()); }
 
   void pushViewController(const std::shared_ptr<ViewController>& controller);

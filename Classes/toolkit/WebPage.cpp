@@ -168,12 +168,6 @@ void WebPage::reportStarted() {
   delegate_->webViewDidStartLoad();
 }
 
-void WebPage::reportLost(const QUrl& url, const QString& reason) {
-  shown_ = false;
-  reportStarted();
-  reportFailed(url, reason);
-}
-
 void WebPage::reportFinished() {
   if (!loading_) {
     return;

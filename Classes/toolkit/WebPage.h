@@ -94,8 +94,8 @@ class WebPage : public QObject {
   Q_INVOKABLE void reportFinished();
   /// `reason`: what the engine says; "" for a load that was refused or that stopped by itself.
   Q_INVOKABLE void reportFailed(const QUrl& url, const QString& reason);
-  /// What shows the page has ended: nothing of it is left.
-  Q_INVOKABLE void reportLost(const QUrl& url, const QString& reason);
+  /// Nothing is left of the page on show.
+  Q_INVOKABLE void reportReplaced() { shown_ = false; }
   /// There is no engine to show anything with: this load fails and every later one.
   Q_INVOKABLE void reportUnusable(const QString& reason);
   Q_INVOKABLE void reportHistory(bool canGoBack, bool canGoForward);

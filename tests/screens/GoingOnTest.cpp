@@ -2,6 +2,7 @@
 #include "Application.h"
 #include "ScreenTest.h"
 #include "lists/FavoriteListViewController.h"
+#include "lists/SearchListViewController.h"
 #include "remote/ServerInfo.h"
 #include "shell/SendingTorrentIndicator.h"
 #include "support/RawServer.h"
@@ -18,8 +19,16 @@ class GoingOnTest : public test::ScreenTest {
   GoingOnTest() { LoadingIndicator::patience() = 300ms; }
   ~GoingOnTest() override { LoadingIndicator::patience() = 3s; }
 
-  // Has the site answer `path` only when it is let to.
-  void hold(const std::string& path) { site_.setFault(path, Fault{FaultKind::None, 2s, 1}); }
+  // Has the site take its time once.
+  void hold(const std::string& path, std::chrono::milliseconds delay = 2s) {
+    site_.setFault(path, Fault{FaultKind::None, delay, 1});
+  }
+  static void sendTo(const test::RawServer& client) {
+    ServerInfo& info = ServerInfo::sharedInstance();
+    info.setClient("Transmission");
+    info.setAddress("127.0.0.1");
+    info.setPort(std::to_string(client.port()));
+  }
   /// The person's tap or key, as soon as it is offered.
   static bool goOn(Application& app, LoadingIndicator& overlay, bool byKey) {
     if (!waitFor([&] { return overlay.canGoOn(); })) {
@@ -41,7 +50,7 @@ class GoingOnTest : public test::ScreenTest {
 TEST_F(GoingOnTest, FromAFirstPageToAnotherTabAndBack) {
   LoadingIndicator::patience() = 1s;
   store_.setString("Veltramoor_automaticLogin", "YES");
-  hold("/recent/0");
+  hold("/recent/0", 3s);
   Application app(nullptr);
   ASSERT_TRUE(app.waitForItem("tabBar"));
   EXPECT_TRUE(loading_.isShown()) << "the list's own, after the login's";
@@ -51,17 +60,73 @@ TEST_F(GoingOnTest, FromAFirstPageToAnotherTabAndBack) {
   EXPECT_TRUE(loading_.isShown()) << "too early to be meant";
   EXPECT_FALSE(app.item("tab3")->isEnabled());
   ASSERT_TRUE(goOn(app, loading_, false));
-  const auto* recent = qobject_cast<AllListViewController*>(
+  auto* recent = qobject_cast<AllListViewController*>(
       qobject_cast<NavigationController*>(app.root().tabBarController()->selectedViewController())
           ->topViewController());
   ASSERT_NE(recent, nullptr);
   EXPECT_TRUE(recent->hasBackgroundWork()) << "the page is still under way";
-  app.click(app.item("tab3"));
-  EXPECT_EQ(app.root().tabBarController()->selectedIndex(), 3);
-  ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork() && !loading_.isShown(); }));
+  app.click(app.item("tab2"));
+  EXPECT_EQ(app.root().tabBarController()->selectedIndex(), 2);
+  EXPECT_FALSE(loading_.isShown());
   app.click(app.item("tab0"));
+  EXPECT_TRUE(loading_.isShown()) << "there is nothing to show yet";
+  ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork() && !loading_.isShown(); }));
   EXPECT_NE(app.row(0), nullptr) << "it came";
-  EXPECT_EQ(site_.log().front().target, "/recent/0");
+  EXPECT_EQ(recent->rows()->torrentCount(), 30) << "once";
+}
+
+// What a tab still fetches is neither in the way of another one nor freed by it.
+TEST_F(GoingOnTest, ALatePageFreesNoOtherTab) {
+  LoadingIndicator::patience() = 200ms;
+  store_.setString("Veltramoor_automaticLogin", "YES");
+  hold("/recent/0", 1s);
+  hold("/top/all", 3s);
+  Application app(nullptr);
+  ASSERT_TRUE(app.waitForItem("tabBar"));
+  ASSERT_TRUE(goOn(app, loading_, false));
+  LoadingIndicator::patience() = 10s;
+  const std::size_t before = site_.log().size();
+  app.click(app.item("tab3"));
+  const auto* tabs = app.root().tabBarController();
+  auto* recent = qobject_cast<AllListViewController*>(
+      qobject_cast<NavigationController*>(tabs->viewControllers().front().get())
+          ->topViewController());
+  ASSERT_TRUE(waitFor([&] { return recent->rows()->torrentCount() == 30; }));
+  EXPECT_TRUE(loading_.isShown());
+  EXPECT_FALSE(app.item("tab0")->isEnabled());
+  ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork(); }));
+  EXPECT_TRUE(waitFor([&] { return app.item("tab0")->isEnabled() && !loading_.isShown(); }));
+  EXPECT_GT(site_.log().size(), before);
+}
+
+// The first list appears behind a remembered tab, whose page takes the overlay.
+TEST_F(GoingOnTest, AListBehindAnotherScreenHoldsNoTabs) {
+  store_.setString("Veltramoor_automaticLogin", "YES");
+  store_.setNumber("Veltramoor_tab", 9);
+  hold("/recent/0", 5s);
+  Application app(nullptr);
+  ASSERT_TRUE(app.waitForItem("tabBar"));
+  EXPECT_TRUE(waitFor([&] { return !loading_.isShown() && app.item("tab0")->isEnabled(); }));
+  EXPECT_TRUE(app.root().hasBackgroundWork());
+  app.click(app.item("tab0"));
+  EXPECT_TRUE(loading_.isShown());
+  ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork() && !loading_.isShown(); }));
+}
+
+TEST_F(GoingOnTest, AnotherSearchIsShownAtOnceAndAlone) {
+  const auto list = std::make_shared<SearchListViewController>(TableViewStyle::Plain);
+  hold("/search/the", 1s);
+  Application app(std::make_shared<NavigationController>(list));
+  list->searchBar()->setText("the");
+  list->searchBarSearchButtonClicked();
+  ASSERT_TRUE(goOn(app, loading_, true));
+  list->searchBar()->setText("orchard");
+  list->searchBarSearchButtonClicked();
+  EXPECT_TRUE(loading_.isShown());
+  list->searchBar()->setText("typed since");
+  ASSERT_TRUE(waitFor([&] { return !list->hasBackgroundWork() && !loading_.isShown(); }));
+  EXPECT_EQ(site_.log().back().target, "/search/orchard/0/99/0");
+  EXPECT_EQ(list->rows()->torrentCount(), 30);
 }
 
 TEST_F(GoingOnTest, ARefreshAndABatchArriveAllTheSame) {
@@ -75,7 +140,8 @@ TEST_F(GoingOnTest, ARefreshAndABatchArriveAllTheSame) {
   ASSERT_TRUE(goOn(app, loading_, true));
   EXPECT_TRUE(list->tableView()->isScrollEnabled());
   EXPECT_TRUE(list->tableView()->allowsSelection());
-  EXPECT_EQ(list->rows()->torrentCount(), 30) << "the first page has replaced the rows";
+  EXPECT_TRUE(waitFor([&] { return list->rows()->torrentCount() == 30; }))
+      << "the first page has replaced the rows";
   ASSERT_TRUE(app.waitForRows(90));
   EXPECT_EQ(list->notice(), QString());
 }
@@ -86,12 +152,9 @@ TEST_F(GoingOnTest, AListThatStillWaitsTakesItsOverlayBack) {
   ASSERT_TRUE(app.waitForRows(30));
   hold("/recent/1");
   app.list().fetchPage(1);
-  for (const bool back : {false, true}) {
-    loading_.showLoadingIndicators();
-    loading_.hideLoadingIndicators();
-    back ? app.list().viewWillAppear() : app.list().resume();
-    EXPECT_TRUE(loading_.isShown());
-  }
+  loading_.showLoadingIndicators();
+  loading_.hideLoadingIndicators();
+  EXPECT_TRUE(loading_.isShown());
   EXPECT_FALSE(app.list().tableView()->allowsSelection());
   ASSERT_TRUE(goOn(app, loading_, false));
   app.list().viewWillAppear();
@@ -115,10 +178,7 @@ TEST_F(GoingOnTest, SendsEndAndAreRememberedLater) {
     }
     return test::RawServer::response(200);
   });
-  ServerInfo& info = ServerInfo::sharedInstance();
-  info.setClient("Transmission");
-  info.setAddress("127.0.0.1");
-  info.setPort(std::to_string(client.port()));
+  sendTo(client);
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
   hold("/recent/1");
@@ -136,7 +196,7 @@ TEST_F(GoingOnTest, SendsEndAndAreRememberedLater) {
   loading_.setHint(QStringLiteral("Tap to stop waiting"));
   EXPECT_FALSE(
       test::itemNamed(app.item("sendingOverlay"), QStringLiteral("goOnButton"))->isVisible());
-  app.list().resume();
+  loading_.hideLoadingIndicators();
   app.type(Qt::Key_Escape);
   EXPECT_FALSE(sending_.isShown()) << "the one in front";
   EXPECT_TRUE(loading_.isShown());
@@ -152,6 +212,34 @@ TEST_F(GoingOnTest, SendsEndAndAreRememberedLater) {
   EXPECT_TRUE(sending_.isShown()) << "a new send is waited for";
   held = false;
   ASSERT_TRUE(waitFor([&] { return !app.list().hasBackgroundWork() && !sending_.isShown(); }));
+}
+
+TEST_F(GoingOnTest, OneListsSendLeavesTheOverlayToAnothers) {
+  std::atomic<int> adds = 0;
+  std::atomic<int> answered = 0;
+  const test::RawServer client([&](const test::RecordedRequest& request) {
+    const int number = request.method == "POST" ? ++adds : 0;
+    for (int i = 0; answered < number && i < 500; ++i) {
+      std::this_thread::sleep_for(10ms);
+    }
+    return test::RawServer::response(200);
+  });
+  sendTo(client);
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  const auto other = std::make_shared<AllListViewController>(TableViewStyle::Plain);
+  other->fetchPage(0);
+  ASSERT_TRUE(waitFor([&] { return !other->hasBackgroundWork() && other->rows()->torrents(); }));
+  app.list().didTapDownloadButton(0);
+  ASSERT_TRUE(waitFor([&] { return adds == 1; }));
+  other->didTapDownloadButton(0);
+  ASSERT_TRUE(waitFor([&] { return adds == 2; }));
+  answered = 1;
+  ASSERT_TRUE(waitFor([&] { return app.list().sendingTorrentCount() == 0; }));
+  EXPECT_TRUE(sending_.isShown());
+  answered = 2;
+  ASSERT_TRUE(waitFor([&] { return other->sendingTorrentCount() == 0; }));
+  EXPECT_FALSE(sending_.isShown());
 }
 
 // The offer neither outlives its box nor passes to the next showing, and waits for its time.

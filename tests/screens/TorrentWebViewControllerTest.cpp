@@ -164,9 +164,18 @@ TEST_F(TorrentWebViewControllerTest, WithoutAMovieTheOtherButtonsKeepTheirPlaces
 }
 
 TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks) {
+  const RawServer broken([](const test::RecordedRequest&) {
+    return test::RawReply::close(
+        "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: "
+        "100000\r\n\r\n<title>Half</title>" +
+        std::string(5000, 'x'));
+  });
   const std::string gone = "127.0.0.1:" + std::to_string(test::freePort());
-  pages_.set("/torrent/1/a", detailsPage("<p><a id=gone href=\"http://u:secret@" + gone +
-                                         "/x?key=1\">x</a></p><p><a id=next href=/two>2</a></p>"));
+  pages_.set(
+      "/torrent/1/a",
+      detailsPage("<p><a id=gone href=\"http://u:secret@" + gone +
+                  "/x?key=1\">x</a></p><p><a id=next href=/two>2</a></p><p><a id=half href=\"" +
+                  broken.url() + "\">half</a></p>"));
   pages_.set("/two", "<title>Two</title><a id=gone href=\"http://" + gone + "/x\">x</a>");
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
@@ -195,6 +204,14 @@ TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks
   ASSERT_TRUE(waitForLoads(5));
   EXPECT_EQ(valueOf(*screen, "document.title"), "Details");
   EXPECT_FALSE(screen->backButton()->isEnabled());
+  // A page that breaks off has taken the place of the one before it.
+  tap(app, *screen, "half");
+  ASSERT_TRUE(waitForLoads(6));
+  EXPECT_TRUE(app.item("webError")->isVisible());
+  app.click(app.item("webPreviousButton"));
+  ASSERT_TRUE(waitForLoads(7));
+  EXPECT_EQ(valueOf(*screen, "document.title"), "Details");
+  EXPECT_FALSE(app.item("webError")->isVisible());
 }
 
 TEST_F(TorrentWebViewControllerTest, RootIsToldInsteadOfLosingTheProgram) {
