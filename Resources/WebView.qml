@@ -165,7 +165,8 @@ WebEngineView {
         }
     }
 
-    // A load that broke off midway has taken the place of the page before it, and has its address.
+    // A load that broke off midway has taken the place of the page before it, and has its address. So
+    // has a page's link to itself, which is taken for the same: the way back then skips that page.
     function failed(info: var): void {
         if (info.url.toString() === url.toString()) {
             page.reportReplaced()

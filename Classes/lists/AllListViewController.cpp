@@ -116,6 +116,9 @@ void AllListViewController::hideLoadingOverlay() {
 }
 
 void AllListViewController::waitForPages() {
+  if (!isOnShow()) {
+    return;
+  }
   overlay_.show(loadingText());
   overlay_.offerGoingOn();
   waits_ = true;
@@ -143,18 +146,14 @@ void AllListViewController::loadingHidden() {
     return;
   }
   // Another screen has shown the overlay for itself, and taken it away.
-  if (isOnShow()) {
-    waitForPages();
-  } else {
-    goOn();
-  }
+  waitForPages();
+  releaseBehind();
 }
 
-bool AllListViewController::isOnShow() const {
-  const NavigationController* stack = navigationController();
-  const TabBarController* tabs = tabBarController();
-  return stack == nullptr || (stack->isVisible() && stack->topViewController() == this &&
-                              (tabs == nullptr || tabs->selectedViewController() == stack));
+void AllListViewController::releaseBehind() {
+  if (isWaiting() && !isOnShow()) {
+    goOn();
+  }
 }
 
 void AllListViewController::clearRefreshed() {
@@ -202,8 +201,8 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
   rows_.reload();
   if (!arrived) {
     setNotice(failureNotice());
-  } else {
-    setNotice(rows_.torrentCount() == 0 ? emptyText() : QString());
+  } else if (rows_.torrentCount() == 0) {
+    setNotice(emptyText());
   }
   emit pageLoaded(arrived);
 }
@@ -256,6 +255,10 @@ void AllListViewController::didSelectProfile(const std::optional<QString>& usern
   if (navigationController() == nullptr) {
     return;
   }
+  if (isWaiting()) {
+    // The overlay is the profile's from now on.
+    goOn();
+  }
   overlay_.show(tr("Loading..."));
   tableView_.setAllowsSelection(false);
   disableTabs(true);
@@ -288,6 +291,7 @@ void AllListViewController::openTorrent(int row) {
   if (navigationController() != nullptr) {
     navigationController()->pushViewController(details);
   }
+  releaseBehind();
 }
 
 void AllListViewController::reloadHeaderView() {
@@ -330,14 +334,9 @@ void AllListViewController::downloadedFinished(const std::optional<std::string>&
 }
 
 void AllListViewController::disableTabs(bool disable) {
-  TabBarController* tabs = tabBarController();
-  if (tabs == nullptr) {
-    return;
+  if (tabBarController() != nullptr) {
+    tabBarController()->setTabsEnabled(!disable);
   }
-  for (const auto& controller : tabs->viewControllers()) {
-    controller->tabBarItem()->setEnabled(!disable);
-  }
-  tabs->moreNavigationController()->tabBarItem()->setEnabled(!disable);
 }
 
 void AllListViewController::resume() {

@@ -147,8 +147,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   [[nodiscard]] virtual bool isBusy() const { return pagesUnderWay_ > 0; }
   /// Fetches what the first appearance shows, unless it has come or is under way.
   void fetchWhenNeeded();
-  /// Has pages that have been asked for hold the overlay, the rows and the tabs until one has come,
-  /// or the person goes on.
+  /// On show, has pages that have been asked for hold the overlay, the rows and the tabs until one
+  /// has come, or the person goes on. Behind another screen they hold nothing.
   void waitForPages();
   [[nodiscard]] bool isWaiting() const { return isBusy() && waits_; }
   /// Gives back what the pages hold.
@@ -174,7 +174,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
  private:
   void goOn();
   void loadingHidden();
-  [[nodiscard]] bool isOnShow() const;
+  void releaseBehind();
   void openTorrent(int row);
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);

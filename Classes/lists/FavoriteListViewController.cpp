@@ -98,8 +98,6 @@ void FavoriteListViewController::fetchNextXPages(int count, int startPage) {
   headerView()->refreshBtn()->setEnabled(false);
   waitForPages();
   tableView()->setScrollEnabled(false);
-  tableView()->setAllowsSelection(false);
-  disableTabs(true);
   emit progressChanged();
   for (const int page : numbers) {
     fetchPage(page, batch, {order, page, page == startPage ? kNoPage : page - 1});

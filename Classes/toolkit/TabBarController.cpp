@@ -140,6 +140,13 @@ void TabBarController::select(ViewController* controller) {
   }
 }
 
+void TabBarController::setTabsEnabled(bool enabled) {
+  for (const auto& controller : viewControllers_) {
+    controller->tabBarItem()->setEnabled(enabled);
+  }
+  more_->tabBarItem()->setEnabled(enabled);
+}
+
 void TabBarController::viewWillAppear() {
   visible_ = true;
   selected_->appear();

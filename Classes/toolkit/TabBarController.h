@@ -82,12 +82,16 @@ class TabBarController : public veltramoor::ViewController {
   /// The person's choice of a screen, wherever it stands.
   void choose(ViewController* controller);
 
+  /// Whether the person can choose tabs, "More" included.
+  void setTabsEnabled(bool enabled);
+
   /// Height of the drawn bar in points; 0 while there is only one screen and so no bar.
   [[nodiscard]] double tabBarHeight() const { return viewControllers_.size() > 1 ? 49 : 0; }
 
   void viewWillAppear() override;
   void viewDidAppear() override;
   void viewWillDisappear() override;
+  [[nodiscard]] bool isVisible() const { return visible_; }
   [[nodiscard]] bool hasBackgroundWork() const override;
 
  signals:

@@ -1,6 +1,7 @@
 #include "toolkit/ViewController.h"
 
 #include "toolkit/NavigationController.h"
+#include "toolkit/TabBarController.h"
 
 namespace veltramoor {
 
@@ -33,6 +34,14 @@ TabBarController* ViewController::tabBarController() const {
     return navigationController_->tabBarController();
   }
   return tabBarController_;
+}
+
+bool ViewController::isOnShow() const {
+  const NavigationController* stack = navigationController_;
+  const TabBarController* tabs = tabBarController();
+  return stack == nullptr ||
+         (stack->isVisible() && stack->topViewController() == this &&
+          (tabs == nullptr || (tabs->isVisible() && tabs->selectedViewController() == stack)));
 }
 
 }  // namespace veltramoor

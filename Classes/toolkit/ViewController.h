@@ -38,6 +38,8 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   /// The container that shows this screen, null for none. Not owned.
   [[nodiscard]] NavigationController* navigationController() const { return navigationController_; }
   [[nodiscard]] TabBarController* tabBarController() const;
+  /// Whether no other screen of its containers is shown in its place; true without a container.
+  [[nodiscard]] bool isOnShow() const;
 
   /// What the bar shows beside the title; without a left one a pushed screen gets a back button.
   [[nodiscard]] BarItem* leftBarItem() { return &leftBarItem_; }

@@ -5,6 +5,7 @@
 #include "lists/SearchListViewController.h"
 #include "remote/ServerInfo.h"
 #include "shell/SendingTorrentIndicator.h"
+#include "site/UserInfo.h"
 #include "support/RawServer.h"
 
 namespace veltramoor {
@@ -99,15 +100,23 @@ TEST_F(GoingOnTest, ALatePageFreesNoOtherTab) {
   EXPECT_GT(site_.log().size(), before);
 }
 
-// The first list appears behind a remembered tab, whose page takes the overlay.
-TEST_F(GoingOnTest, AListBehindAnotherScreenHoldsNoTabs) {
+// The first list appears behind a remembered tab.
+TEST_F(GoingOnTest, AListBehindAnotherScreenHoldsNothing) {
   store_.setString("Veltramoor_automaticLogin", "YES");
-  store_.setNumber("Veltramoor_tab", 9);
+  store_.setNumber("Veltramoor_tab", 3);
   hold("/recent/0", 5s);
+  hold("/top/all", 2s);
   Application app(nullptr);
   ASSERT_TRUE(app.waitForItem("tabBar"));
-  EXPECT_TRUE(waitFor([&] { return !loading_.isShown() && app.item("tab0")->isEnabled(); }));
+  EXPECT_FALSE(app.item("tab0")->isEnabled());
+  ASSERT_TRUE(goOn(app, loading_, true)) << "of the one on show";
+  EXPECT_TRUE(app.item("tab0")->isEnabled());
   EXPECT_TRUE(app.root().hasBackgroundWork());
+  app.root().logout();
+  loading_.showLoadingIndicators();
+  loading_.hideLoadingIndicators();
+  EXPECT_FALSE(loading_.isShown()) << "nobody waits on the login screen";
+  app.root().switchViews();
   app.click(app.item("tab0"));
   EXPECT_TRUE(loading_.isShown());
   ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork() && !loading_.isShown(); }));
@@ -167,6 +176,32 @@ TEST_F(GoingOnTest, AListThatStillWaitsTakesItsOverlayBack) {
   ASSERT_TRUE(app.waitForRows(90));
   EXPECT_TRUE(loading_.isShown());
   loading_.hideLoadingIndicators();
+}
+
+// Whoever opens another screen of the list no longer waits for its pages.
+TEST_F(GoingOnTest, AScreenOnTopHasTheOverlayToItself) {
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  UserInfo::sharedInstance().setUsername("anna");
+  AllListViewController& list = app.list();
+  hold("/recent/1", 1s);
+  hold("/settings", 3s);
+  list.fetchPage(1);
+  list.didSelectProfile(std::nullopt);
+  ASSERT_TRUE(waitFor([&] { return list.rows()->torrentCount() == 60; }));
+  EXPECT_TRUE(loading_.isShown()) << "the profile is still fetched";
+  EXPECT_FALSE(loading_.canGoOn());
+  ASSERT_TRUE(waitFor([&] { return !loading_.isShown(); }));
+  list.cancel();
+  list.navigationController()->popViewController();
+  site_.setFault("/torrent", Fault{FaultKind::Close, {}, 0});
+  hold("/recent/2", 2s);
+  list.fetchPage(2);
+  list.tableView()->setAllowsSelection(true);  // As the end of a send leaves it.
+  list.didSelectRowAtIndexPath(0);
+  EXPECT_FALSE(loading_.isShown()) << "the page that did not come says so itself";
+  ASSERT_TRUE(waitFor([&] { return list.rows()->torrentCount() == 90; }));
+  UserInfo::sharedInstance().setUsername("Anonymous");
 }
 
 // The person's computer is off, or in another network, and tells nobody.
