@@ -282,9 +282,7 @@ void AllListViewController::openTorrent(int row) {
   opening_ = true;
   const auto details = std::make_shared<TorrentWebViewController>(url, row, self);
   opening_ = false;
-  if (isWaiting()) {
-    waitForPages();
-  } else {
+  if (!isWaiting()) {
     tableView_.setAllowsSelection(true);
     hideLoadingOverlay();
   }

@@ -29,11 +29,6 @@ void ListOverlay::offerGoingOn() {
   });
 }
 
-void ListOverlay::hide() {
-  LoadingIndicator& loading = LoadingIndicator::sharedInstance();
-  if (loading.showing() == showing_) {
-    loading.hideLoadingIndicators();
-  }
-}
+void ListOverlay::hide() { LoadingIndicator::sharedInstance().hideShowing(showing_); }
 
 }  // namespace veltramoor

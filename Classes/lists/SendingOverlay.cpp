@@ -16,8 +16,8 @@ void SendingOverlay::begin() {
 void SendingOverlay::end() {
   --count_;
   if (count_ < 1) {
-    hide();
-  } else if (waits_ && isOurs()) {
+    indicator_->hideShowing(showing_);
+  } else if (waits_ && indicator_->showing() == showing_) {
     show(count_ >= 2);
   }
 }
@@ -34,18 +34,10 @@ void SendingOverlay::show(bool plural) {
   indicator_->offerGoingOn([self = QPointer(this)] {
     if (self != nullptr) {
       self->waits_ = false;
-      self->hide();
+      self->indicator_->hideShowing(self->showing_);
       emit self->wentOn();
     }
   });
-}
-
-bool SendingOverlay::isOurs() const { return indicator_->showing() == showing_; }
-
-void SendingOverlay::hide() {
-  if (isOurs()) {
-    indicator_->hideLoadingIndicators();
-  }
 }
 
 }  // namespace veltramoor

@@ -28,11 +28,9 @@ class SendingOverlay : public QObject {
 
  private:
   void show(bool plural);
-  // Whether no other list has shown the overlay since.
-  [[nodiscard]] bool isOurs() const;
-  void hide();
 
   SendingTorrentIndicator* indicator_ = nullptr;
+  // The overlay's showing that is ours, unless another list has shown it since.
   int showing_ = 0;
   int count_ = 0;
   // Whether the person waits for the sends under way.

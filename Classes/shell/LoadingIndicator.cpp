@@ -87,6 +87,12 @@ void LoadingIndicator::hideLoadingIndicators() {
   emit hidden();
 }
 
+void LoadingIndicator::hideShowing(int number) {
+  if (number == showing_) {
+    hideLoadingIndicators();
+  }
+}
+
 void LoadingIndicator::offerGoingOn(std::function<void()> goOn) {
   withdrawOffer();
   if (!shown_) {

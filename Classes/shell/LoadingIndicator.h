@@ -46,9 +46,10 @@ class LoadingIndicator : public QObject {
   /// the view it was shown on.
   void showLoadingIndicators();
   void hideLoadingIndicators();
-  /// The latest showing: whoever keeps its number can tell whether the box is still its own, and
-  /// leaves it up otherwise.
+  /// The latest showing: whoever keeps its number can tell whether the box is still its own.
   [[nodiscard]] int showing() const { return showing_; }
+  /// Hides the box unless it has been shown again since that showing: it stands for another wait.
+  void hideShowing(int number);
 
   /// A line below the box, for as long as the box is shown.
   [[nodiscard]] QString hint() const { return hint_; }

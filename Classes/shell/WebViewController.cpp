@@ -190,9 +190,8 @@ void WebViewController::showLoading(int offset) {
 }
 
 void WebViewController::hideLoading() {
-  LoadingIndicator& loading = LoadingIndicator::sharedInstance();
-  if (onShow_ && loading.showing() == showing_) {
-    loading.hideLoadingIndicators();
+  if (onShow_) {
+    LoadingIndicator::sharedInstance().hideShowing(showing_);
   }
 }
 
