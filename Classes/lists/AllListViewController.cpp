@@ -109,12 +109,6 @@ std::optional<Url> AllListViewController::pageUrl(int page) {
   return Url::parse(fmt::format("http://{}/recent/{}", host, page));
 }
 
-void AllListViewController::hideLoadingOverlay() {
-  if (!opening_) {
-    overlay_.hide();
-  }
-}
-
 void AllListViewController::waitForPages() {
   if (!isOnShow()) {
     return;
@@ -132,7 +126,9 @@ void AllListViewController::endWait() {
   if (waits_) {
     waits_ = false;
     disableTabs(false);
-    hideLoadingOverlay();
+    if (!opening_) {
+      overlay_.hide();
+    }
   }
 }
 
@@ -284,7 +280,7 @@ void AllListViewController::openTorrent(int row) {
   opening_ = false;
   if (!isWaiting()) {
     tableView_.setAllowsSelection(true);
-    hideLoadingOverlay();
+    overlay_.hide();
   }
   if (navigationController() != nullptr) {
     navigationController()->pushViewController(details);

@@ -162,7 +162,6 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void setSearchBar(TextField* bar);
   void setCurrentPage(int page) { currentPage_ = page; }
   void setNotice(const QString& text);
-  void hideLoadingOverlay();
   /// Why a page did not come, and what to do.
   [[nodiscard]] QString failureNotice() const;
   /// The next page to arrive replaces the rows.
