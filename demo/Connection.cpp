@@ -1,24 +1,42 @@
 #include "demo/Connection.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
-#include <algorithm>
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/http/chunk_encode.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/read.hpp>
+#include <boost/beast/http/serializer.hpp>
+#include <boost/beast/http/write.hpp>
 #include <cerrno>
-#include <cstring>
+#include <cstdint>
+#include <stdexcept>
 
 namespace veltramoor {
 namespace {
 
-/// Whether `events` came before the time was over. A signal starts the wait anew.
-bool waitFor(int socket, int events, int milliseconds) {
-  pollfd waited{socket, static_cast<short>(events), 0};
-  int count = 0;
-  do {
-    count = ::poll(&waited, 1, milliseconds);
-  } while (count < 0 && errno == EINTR);
-  return count > 0;
+namespace asio = boost::asio;
+namespace http = boost::beast::http;
+
+// Far more than a client of ours sends, and little enough for a machine that runs many tests.
+constexpr std::uint32_t kLargestHead = 1U << 20U;
+constexpr std::uint64_t kLargestBody = std::uint64_t{64} << 20U;
+
+http::status statusFor(const boost::system::error_code& error) {
+  if (error == http::error::header_limit || error == http::error::buffer_overflow) {
+    return http::status::request_header_fields_too_large;
+  }
+  return error == http::error::body_limit ? http::status::payload_too_large
+                                          : http::status::bad_request;
+}
+
+bool isOfTheParser(const boost::system::error_code& error) {
+  return error.category() == http::make_error_code(http::error::bad_method).category() &&
+         error != http::error::end_of_stream && error != http::error::partial_message;
 }
 
 }  // namespace
@@ -31,10 +49,9 @@ void OpenSockets::add(int socket) {
   }
 }
 
-void OpenSockets::close(int socket) {
+void OpenSockets::remove(int socket) {
   const std::lock_guard lock(mutex_);
   sockets_.erase(socket);
-  ::close(socket);
 }
 
 void OpenSockets::endAll() {
@@ -45,69 +62,96 @@ void OpenSockets::endAll() {
   }
 }
 
-Connection::Connection(int socket, OpenSockets& sockets) : socket_(socket), sockets_(sockets) {
-  sockets_.add(socket_);
+Connection::Connection(asio::ip::tcp::socket socket, OpenSockets& sockets)
+    : socket_(std::move(socket)), sockets_(sockets) {
+  // Not for the programs that a test starts: what they hold open would not end here.
+  ::fcntl(socket_.native_handle(), F_SETFD, FD_CLOEXEC);
+  boost::system::error_code ignored;
+  socket_.set_option(asio::ip::tcp::no_delay(true), ignored);
+  sockets_.add(socket_.native_handle());
 }
 
-Connection::~Connection() { sockets_.close(socket_); }
-
-bool Connection::is_readable() const {
-  return begin_ < end_ || (!ended_ && waitFor(socket_, POLLIN, -1));
+Connection::~Connection() {
+  sockets_.remove(socket_.native_handle());
+  boost::system::error_code ignored;
+  socket_.close(ignored);  // Its destructor would take a reset back, which might wait.
 }
 
-ssize_t Connection::read(char* to, size_t size) {
-  if (begin_ == end_) {
-    if (ended_ || !waitFor(socket_, POLLIN, -1)) {
-      return -1;
-    }
-    const ssize_t got = ::recv(socket_, buffer_.data(), buffer_.size(), 0);
-    if (got <= 0) {
-      ended_ = true;
-      return got;
-    }
-    begin_ = 0;
-    end_ = static_cast<std::size_t>(got);
+bool Connection::goesOn(const boost::system::error_code& error) {
+  ended_ = ended_ || error.failed();
+  return !ended_;
+}
+
+std::variant<Connection::Request, http::status, Connection::Gone> Connection::read() try {
+  http::request_parser<http::string_body> parser;
+  parser.header_limit(kLargestHead);
+  parser.body_limit(kLargestBody);
+  boost::system::error_code error;
+  http::read_header(socket_, buffer_, parser, error);
+  if (!error && parser.get()[http::field::expect] == "100-continue") {
+    http::response<http::empty_body> goOn{http::status::continue_, parser.get().version()};
+    http::write(socket_, goOn, error);
   }
-  const std::size_t taken = std::min(size, end_ - begin_);
-  std::memcpy(to, buffer_.data() + begin_, taken);
-  begin_ += taken;
-  return static_cast<ssize_t>(taken);
-}
-
-ssize_t Connection::write(const char* from, size_t size) {
-  std::size_t sent = 0;
-  while (!ended_ && sent < size) {
-    const ssize_t now = ::send(socket_, from + sent, size - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
-    if (now >= 0) {
-      sent += static_cast<std::size_t>(now);
-    } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-      waitFor(socket_, POLLOUT, -1);
-    } else if (errno != EINTR) {
-      ended_ = true;
-    }
+  if (!error) {
+    http::read(socket_, buffer_, parser, error);
   }
-  return ended_ ? -1 : static_cast<ssize_t>(sent);
+  if (goesOn(error)) {
+    return parser.release();
+  }
+  if (isOfTheParser(error)) {
+    ended_ = false;
+    return statusFor(error);
+  }
+  return Gone{};
+} catch (const std::length_error&) {
+  // What the library says of a field of more than 64 KB.
+  return http::status::request_header_fields_too_large;
 }
 
-void Connection::get_remote_ip_and_port(std::string& ip, int& port) const {
-  ip = "127.0.0.1";
-  port = 0;
+void Connection::write(Response& response, bool headOnly) {
+  if (headOnly) {
+    writeHead(response);
+  } else {
+    boost::system::error_code error;
+    http::write(socket_, response, error);
+    goesOn(error);
+  }
+  ended_ = ended_ || response.need_eof();
 }
 
-void Connection::get_local_ip_and_port(std::string& ip, int& port) const {
-  get_remote_ip_and_port(ip, port);
+void Connection::writeHead(Response& response) {
+  http::response_serializer<http::string_body> serializer(response);
+  boost::system::error_code error;
+  http::write_header(socket_, serializer, error);
+  goesOn(error);
+}
+
+bool Connection::writeBytes(std::string_view bytes) {
+  boost::system::error_code error;
+  asio::write(socket_, asio::buffer(bytes), error);
+  return goesOn(error);
+}
+
+bool Connection::writeChunk(std::string_view bytes) {
+  boost::system::error_code error;
+  asio::write(socket_, http::make_chunk(asio::buffer(bytes)), error);
+  return goesOn(error);
 }
 
 bool Connection::pause(std::chrono::milliseconds time) {
-  if (!ended_ && waitFor(socket_, POLLRDHUP, static_cast<int>(time.count()))) {
-    ended_ = true;
+  pollfd waited{socket_.native_handle(), POLLRDHUP, 0};
+  int count = 0;
+  // A signal starts the wait anew.
+  while (!ended_ && (count = ::poll(&waited, 1, static_cast<int>(time.count()))) < 0 &&
+         errno == EINTR) {
   }
+  ended_ = ended_ || count != 0;
   return !ended_;
 }
 
 void Connection::reset() {
-  const linger hard{1, 0};
-  ::setsockopt(socket_, SOL_SOCKET, SO_LINGER, &hard, sizeof hard);
+  boost::system::error_code ignored;
+  socket_.set_option(asio::socket_base::linger(true, 0), ignored);
   ended_ = true;
 }
 

@@ -1,12 +1,15 @@
-// One client's socket as the HTTP library wants to see it.
+// One client of the demo site's server.
 #pragma once
 
-#include <httplib.h>
-
-#include <array>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/string_body.hpp>
 #include <chrono>
 #include <mutex>
 #include <set>
+#include <string_view>
+#include <variant>
 
 namespace veltramoor {
 
@@ -15,8 +18,8 @@ class OpenSockets {
  public:
   /// Shuts `socket` down at once when `endAll` was called already.
   void add(int socket);
-  /// Closes it; no other thread touches it afterwards.
-  void close(int socket);
+  /// Before it is closed: its number may be another socket's afterwards.
+  void remove(int socket);
   /// Wakes every thread that waits for one of the sockets, and all that come later.
   void endAll();
 
@@ -27,36 +30,47 @@ class OpenSockets {
 };
 
 /// Reads and writes block until the client, or `OpenSockets::endAll`, ends the connection.
-class Connection final : public httplib::Stream {
+class Connection {
  public:
-  Connection(int socket, OpenSockets& sockets);
-  ~Connection() override;
+  using Request = boost::beast::http::request<boost::beast::http::string_body>;
+  using Response = boost::beast::http::response<boost::beast::http::string_body>;
+  /// The connection ended, or had ended before, and there is nobody to answer.
+  struct Gone {};
+
+  Connection(boost::asio::ip::tcp::socket socket, OpenSockets& sockets);
+  ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
-  [[nodiscard]] bool is_readable() const override;
-  [[nodiscard]] bool is_writable() const override { return !ended_; }
-  ssize_t read(char* to, size_t size) override;
-  ssize_t write(const char* from, size_t size) override;
-  void get_remote_ip_and_port(std::string& ip, int& port) const override;
-  void get_local_ip_and_port(std::string& ip, int& port) const override;
-  [[nodiscard]] socket_t socket() const override { return socket_; }
+  /// The next request; or, of what is no request, the status that says what is wrong with it.
+  [[nodiscard]] std::variant<Request, boost::beast::http::status, Gone> read();
+
+  /// Head and body; of the answer to a HEAD request the head alone. Ends the connection after an
+  /// answer that does not keep it.
+  void write(Response& response, bool headOnly);
+  /// The head, whatever its body is; `writeBytes` and `writeChunk` are to send that.
+  void writeHead(Response& response);
+  /// False when the client has gone.
+  bool writeBytes(std::string_view bytes);
+  /// One piece of a body in chunks (RFC 9112 section 7.1); false when the client has gone.
+  bool writeChunk(std::string_view bytes);
 
   /// True after `time` (negative: never); false as soon as the client has gone.
   bool pause(std::chrono::milliseconds time);
-  /// Nothing more is sent; what the library still writes is lost.
+  /// Nothing more is read or sent.
   void end() { ended_ = true; }
   /// The same, and closing answers with a TCP reset.
   void reset();
   [[nodiscard]] bool ended() const { return ended_; }
 
  private:
-  int socket_;
+  /// Ends the connection when `error` is one; false then.
+  bool goesOn(const boost::system::error_code& error);
+
+  boost::asio::ip::tcp::socket socket_;
   OpenSockets& sockets_;
+  boost::beast::flat_buffer buffer_;
   bool ended_ = false;
-  std::array<char, 8192> buffer_{};
-  std::size_t begin_ = 0;
-  std::size_t end_ = 0;
 };
 
 }  // namespace veltramoor

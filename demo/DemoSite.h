@@ -41,7 +41,7 @@ struct DemoRequest {
   /// Path and query, byte for byte.
   std::string target;
   std::vector<std::pair<std::string, std::string>> cookies;
-  /// In order of names; one name may stand several times.
+  /// As they came, those of one name together.
   std::vector<std::pair<std::string, std::string>> headers;
   std::string body;
 

@@ -2,66 +2,39 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <list>
-#include <optional>
 #include <stdexcept>
+#include <string_view>
+#include <system_error>
 #include <thread>
 
 #include "demo/Connection.h"
 #include "demo/Gzip.h"
+#include "demo/Wording.h"
 
 namespace veltramoor {
 namespace {
 
+namespace asio = boost::asio;
+namespace http = boost::beast::http;
+using asio::ip::tcp;
 using namespace std::chrono_literals;
 
-/// A pool would be held up by a few clients that keep their connections.
-class ThreadPerConnection final : public httplib::TaskQueue {
- public:
-  void enqueue(std::function<void()> task) override {
-    threads_.remove_if([](const Worker& worker) { return worker.done.load(); });
-    Worker& worker = threads_.emplace_back();
-    worker.thread = std::jthread([task = std::move(task), &worker] {
-      task();
-      worker.done = true;
-    });
-  }
-  void shutdown() override { threads_.clear(); }
+constexpr std::size_t kWorthCompressing = 512;
 
- private:
-  struct Worker {
-    std::atomic<bool> done = false;
-    std::jthread thread;  // last: joined before `done` goes
-  };
-  std::list<Worker> threads_;
-};
-
-/// What the library's handlers are not told about the request that they are called for.
-struct Exchange {
-  Connection* connection = nullptr;
-  /// As the client sent it; the library would compress on its own, with a slower method.
-  std::optional<std::string> acceptEncoding;
-  /// The library waits for the end of the connection when a POST has no length; it gets one.
-  bool lengthAdded = false;
-};
-thread_local Exchange exchange;
-
-void prepare(httplib::Request& request) {
-  exchange.acceptEncoding.reset();
-  if (request.has_header("Accept-Encoding")) {
-    exchange.acceptEncoding = request.get_header_value("Accept-Encoding");
-    request.headers.erase("Accept-Encoding");
-  }
-  exchange.lengthAdded = request.method == "POST" && !request.has_header("Content-Length") &&
-                         !request.has_header("Transfer-Encoding");
-  if (exchange.lengthAdded) {
-    request.set_header("Content-Length", "0");
-  }
+/// The library's own view type differs from release to release.
+template <typename View>
+std::string textOf(const View& view) {
+  return {view.data(), view.size()};
 }
 
 std::vector<std::pair<std::string, std::string>> splitCookies(const std::string& line) {
@@ -80,92 +53,147 @@ std::vector<std::pair<std::string, std::string>> splitCookies(const std::string&
   return cookies;
 }
 
-SiteRequest readRequest(const httplib::Request& request) {
+// As forms write it: "+" for a blank (WHATWG URL, application/x-www-form-urlencoded).
+std::string formDecode(std::string_view text) {
+  std::string blanks(text);
+  std::replace(blanks.begin(), blanks.end(), '+', ' ');
+  return percentDecode(blanks);
+}
+
+void addParams(std::string_view form, std::multimap<std::string, std::string>& params) {
+  while (!form.empty()) {
+    const std::string_view pair = form.substr(0, form.find('&'));
+    form.remove_prefix(std::min(pair.size() + 1, form.size()));
+    const std::size_t equals = std::min(pair.find('='), pair.size());
+    if (!pair.empty()) {
+      params.emplace(formDecode(pair.substr(0, equals)),
+                     formDecode(pair.substr(std::min(equals + 1, pair.size()))));
+    }
+  }
+}
+
+SiteRequest siteRequest(const Connection::Request& request) {
   SiteRequest read;
-  read.seen.method = request.method;
-  read.seen.target = request.target;
-  read.seen.body = request.body;
-  for (const auto& [name, value] : request.headers) {
-    const bool own = name == "REMOTE_ADDR" || name == "REMOTE_PORT" || name == "LOCAL_ADDR" ||
-                     name == "LOCAL_PORT" || (exchange.lengthAdded && name == "Content-Length");
-    if (!own) {
-      read.seen.headers.emplace_back(name, value);
+  read.seen.method = textOf(request.method_string());
+  read.seen.target = textOf(request.target());
+  read.seen.body = request.body();
+  for (const auto& field : request) {
+    read.seen.headers.emplace_back(textOf(field.name_string()), textOf(field.value()));
+    if (field.name() == http::field::cookie) {
+      for (auto& cookie : splitCookies(textOf(field.value()))) {
+        read.seen.cookies.push_back(std::move(cookie));
+      }
     }
   }
-  if (exchange.acceptEncoding) {
-    read.seen.headers.emplace_back("Accept-Encoding", *exchange.acceptEncoding);
+  const std::string_view target = read.seen.target;
+  read.path = target.substr(0, target.find_first_of("?#"));
+  if (const std::size_t query = target.find('?'); query != std::string_view::npos) {
+    addParams(target.substr(query + 1, target.find('#') - query - 1), read.params);
   }
-  const auto [first, last] = request.headers.equal_range("Cookie");
-  for (auto line = first; line != last; ++line) {
-    for (auto& cookie : splitCookies(line->second)) {
-      read.seen.cookies.push_back(std::move(cookie));
-    }
+  if (textOf(request[http::field::content_type]).starts_with("application/x-www-form-urlencoded")) {
+    addParams(read.seen.body, read.params);
   }
-  read.path = request.target.substr(0, request.target.find_first_of("?#"));
-  read.params = request.params;
   return read;
 }
 
-void sendDrip(httplib::Response& response, std::string body, const std::string& type) {
-  const std::size_t size = body.size();
-  response.set_content_provider(
-      size, type,
-      [body = std::move(body)](std::size_t offset, std::size_t, httplib::DataSink& sink) {
-        return sink.write(body.data() + offset, 1) && exchange.connection->pause(100ms);
-      });
+void sendDrip(Connection& connection, Connection::Response& response) {
+  const std::string body = response.body();
+  connection.writeHead(response);
+  for (std::size_t i = 0; i < body.size(); ++i) {
+    if (!connection.writeBytes(std::string_view(body).substr(i, 1)) || !connection.pause(100ms)) {
+      return;
+    }
+  }
+  if (response.need_eof()) {
+    connection.end();
+  }
 }
 
-void sendHalf(httplib::Response& response, std::string body, const std::string& type) {
-  const std::size_t size = body.size();
-  response.set_content_provider(
-      size, type, [body = std::move(body)](std::size_t, std::size_t, httplib::DataSink& sink) {
-        sink.write(body.data(), body.size() / 2);
-        // Time for the client to read it: a reset throws away what is under way.
-        exchange.connection->pause(50ms);
-        exchange.connection->reset();
-        return false;
-      });
+void sendHalf(Connection& connection, Connection::Response& response) {
+  const std::string body = response.body();
+  // More than there is: an answer without a body, a redirect say, would be whole with its head.
+  response.content_length(body.size() + 1);
+  connection.writeHead(response);
+  connection.writeBytes(std::string_view(body).substr(0, body.size() / 2));
+  // Time for the client to read it: a reset throws away what is under way.
+  connection.pause(50ms);
+  connection.reset();
 }
 
-void sendEndlessly(httplib::Response& response, std::string body, const std::string& type) {
-  response.set_chunked_content_provider(
-      type, [body = std::move(body)](std::size_t, httplib::DataSink& sink) {
-        return sink.write(body.data(), body.size());
-      });
+void sendEndlessly(Connection& connection, Connection::Response& response) {
+  response.chunked(true);
+  connection.writeHead(response);
+  while (connection.writeChunk(response.body())) {
+  }
 }
 
-void send(SiteAnswer answer, httplib::Response& response) {
-  Connection& connection = *exchange.connection;
+/// Answers `request`, well or in the way that `answer` says; what does not, ends the connection.
+void send(SiteAnswer answer, const Connection::Request& request, Connection& connection) {
   if (answer.delay > 0ms) {
     connection.pause(answer.delay);
   }
   if (answer.delivery == Delivery::Hang) {
     connection.pause(-1ms);
-    connection.end();
-  } else if (answer.delivery == Delivery::Close) {
-    connection.end();
   }
-  response.status = answer.status;
+  if (answer.delivery == Delivery::Hang || answer.delivery == Delivery::Close) {
+    return connection.end();
+  }
+  Connection::Response response(static_cast<http::status>(answer.status), request.version());
+  response.keep_alive(request.keep_alive());
+  response.set(http::field::content_type, answer.contentType);
   for (const auto& [name, value] : answer.headers) {
-    response.headers.emplace(name, value);
+    response.insert(name, value);
+  }
+  const std::string encodings = textOf(request[http::field::accept_encoding]);
+  if (answer.delivery == Delivery::Whole && answer.compressible &&
+      encodings.find("gzip") != std::string::npos && answer.body.size() > kWorthCompressing) {
+    response.set(http::field::content_encoding, "gzip");
+    response.set(http::field::vary, "Accept-Encoding");
+    answer.body = gzip(answer.body);
+  }
+  response.body() = std::move(answer.body);
+  response.prepare_payload();
+  if (request.method() == http::verb::head) {
+    return connection.write(response, true);
   }
   switch (answer.delivery) {
     case Delivery::Drip:
-      return sendDrip(response, std::move(answer.body), answer.contentType);
+      return sendDrip(connection, response);
     case Delivery::Reset:
-      return sendHalf(response, std::move(answer.body), answer.contentType);
+      return sendHalf(connection, response);
     case Delivery::Endless:
-      return sendEndlessly(response, std::move(answer.body), answer.contentType);
+      return sendEndlessly(connection, response);
     default:
-      break;
+      return connection.write(response, false);
   }
-  const bool takesGzip = exchange.acceptEncoding.value_or("").find("gzip") != std::string::npos;
-  if (answer.compressible && takesGzip && answer.body.size() > 512) {
-    response.set_header("Content-Encoding", "gzip");
-    response.set_header("Vary", "Accept-Encoding");
-    answer.body = gzip(answer.body);
+}
+
+/// What cannot be answered otherwise: no request, or one of a method that the site does not know.
+void refuse(http::status status, Connection& connection) {
+  Connection::Response response(status, 11);
+  response.keep_alive(false);
+  response.prepare_payload();
+  connection.write(response, false);
+}
+
+void serve(Connection& connection, const HttpFront::Handler& handler) {
+  while (!connection.ended()) {
+    const auto read = connection.read();
+    if (const auto* status = std::get_if<http::status>(&read)) {
+      refuse(*status, connection);
+    } else if (const auto* request = std::get_if<Connection::Request>(&read)) {
+      const http::verb method = request->method();
+      if (method != http::verb::get && method != http::verb::post && method != http::verb::head) {
+        refuse(http::status::method_not_allowed, connection);
+        continue;
+      }
+      try {
+        send(handler(siteRequest(*request)), *request, connection);
+      } catch (const std::exception&) {  // An address too long to be sent back, say.
+        refuse(http::status::internal_server_error, connection);
+      }
+    }
   }
-  response.set_content(answer.body, answer.contentType);
 }
 
 }  // namespace
@@ -175,63 +203,82 @@ std::string SiteRequest::param(const std::string& name) const {
   return found == params.end() ? std::string() : found->second;
 }
 
-class HttpFront::Server final : public httplib::Server {
+class HttpFront::Server {
  public:
   Server(int port, HttpFront::Handler handler) : handler_(std::move(handler)) {
-    new_task_queue = [] { return std::make_unique<ThreadPerConnection>().release(); };
-    // Not the library's own options: with SO_REUSEPORT two sites could share one port unnoticed.
-    set_socket_options([](socket_t socket) {
-      const int yes = 1;
-      ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-      ::fcntl(socket, F_SETFD, FD_CLOEXEC);
-    });
-    set_tcp_nodelay(true);
-    set_keep_alive_max_count(100'000);
-    set_keep_alive_timeout(60);
-    const auto answer = [this](const httplib::Request& request, httplib::Response& response) {
-      send(handler_(readRequest(request)), response);
-    };
-    Get(".*", answer);
-    Post(".*", answer);
-    const bool bound = port == 0 ? (port_ = bind_to_any_port("127.0.0.1")) > 0
-                                 : bind_to_port("127.0.0.1", port_ = port);
-    if (!bound) {
+    try {
+      const tcp::endpoint endpoint(asio::ip::address_v4::loopback(),
+                                   static_cast<std::uint16_t>(port));
+      // With SO_REUSEADDR (the constructor sets it) and without SO_REUSEPORT: two sites must not
+      // share one port unnoticed.
+      acceptor_ = tcp::acceptor(context_, endpoint);
+      acceptor_.non_blocking(true);  // A client may have gone between the wait and the accepting.
+    } catch (const boost::system::system_error&) {
       throw std::runtime_error(fmt::format("cannot listen on 127.0.0.1:{}", port));
     }
-    // The library allows five clients to wait, too few for many that come at once.
-    ::listen(svr_sock_, SOMAXCONN);
-    thread_ = std::jthread([this] { listen_after_bind(); });
-    // Stopping before the loop runs would be forgotten.
-    while (!is_running()) {
-      std::this_thread::sleep_for(1ms);
-    }
+    ::fcntl(acceptor_.native_handle(), F_SETFD, FD_CLOEXEC);
+    port_ = acceptor_.local_endpoint().port();
+    accepting_ = std::jthread([this] { accept(); });
   }
-  ~Server() override {
-    sockets_.endAll();
-    stop();
-    thread_.join();
+  ~Server() {
+    ::eventfd_write(stop_, 1);
+    accepting_.join();
+    open_.endAll();
+    workers_.clear();
+    ::close(stop_);
   }
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
 
   [[nodiscard]] int port() const { return port_; }
 
  private:
-  bool process_and_close_socket(socket_t socket) override {
-    Connection connection(socket, sockets_);
-    exchange.connection = &connection;
-    bool closed = false;
-    while (!closed && !connection.ended()) {
-      if (!process_request(connection, false, closed, prepare)) {
-        break;
+  // A pool would be held up by a few clients that keep their connections.
+  struct Worker {
+    std::atomic<bool> done = false;
+    std::jthread thread;  // last: joined before `done` goes
+  };
+
+  void accept() {
+    std::array<pollfd, 2> waited{{{acceptor_.native_handle(), POLLIN, 0}, {stop_, POLLIN, 0}}};
+    while (waited[1].revents == 0) {
+      if (::poll(waited.data(), waited.size(), -1) < 1 || waited[0].revents == 0) {
+        continue;
+      }
+      boost::system::error_code error;
+      tcp::socket socket = acceptor_.accept(error);
+      workers_.remove_if([](const Worker& worker) { return worker.done.load(); });
+      if (error || !startWorker(std::move(socket))) {
+        std::this_thread::sleep_for(1ms);  // Too many open files or threads, say: that passes.
       }
     }
-    exchange.connection = nullptr;
+  }
+
+  bool startWorker(tcp::socket socket) {
+    Worker& worker = workers_.emplace_back();
+    try {
+      worker.thread = std::jthread([this, &worker, socket = std::move(socket)]() mutable {
+        {
+          Connection connection(std::move(socket), open_);
+          serve(connection, handler_);
+        }
+        worker.done = true;
+      });
+    } catch (const std::system_error&) {
+      workers_.pop_back();
+      return false;
+    }
     return true;
   }
 
   HttpFront::Handler handler_;
-  OpenSockets sockets_;
+  asio::io_context context_;
+  tcp::acceptor acceptor_{context_};
   int port_ = 0;
-  std::jthread thread_;
+  int stop_ = ::eventfd(0, EFD_CLOEXEC);
+  OpenSockets open_;
+  std::list<Worker> workers_;
+  std::jthread accepting_;
 };
 
 HttpFront::HttpFront(int port, Handler handler)
