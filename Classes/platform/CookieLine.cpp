@@ -13,6 +13,24 @@ constexpr std::size_t kFieldCount = 7;
 // The smallest time that is not 0, which would mean a session cookie.
 constexpr std::int64_t kLongExpired = 1;
 
+// As libcurl reads it: without quotes, without a slash at the end, and "/" in place of what has
+// none to begin with.
+std::string enginePath(std::string_view path) {
+  if (path.starts_with('"')) {
+    path.remove_prefix(1);
+  }
+  if (path.ends_with('"')) {
+    path.remove_suffix(1);
+  }
+  if (!path.starts_with('/')) {
+    return "/";
+  }
+  if (path.size() > 1 && path.ends_with('/')) {
+    path.remove_suffix(1);
+  }
+  return std::string(path);
+}
+
 }  // namespace
 
 std::optional<Cookie> cookieOfLine(std::string_view line) {
@@ -64,7 +82,6 @@ std::optional<std::string> lineOfCookie(const Cookie& cookie) {
   }
   line += cookie.domain;
   line += cookie.domain.starts_with('.') ? "\tTRUE\t" : "\tFALSE\t";
-  // Servers set paths without a slash, too. The engine treats them as "/", but tells them apart.
   line += cookie.path.empty() ? "/" : cookie.path;
   line += cookie.secure ? "\tTRUE\t" : "\tFALSE\t";
   line += std::to_string(expires);
@@ -73,6 +90,12 @@ std::optional<std::string> lineOfCookie(const Cookie& cookie) {
   line += '\t';
   line += cookie.value;
   return line;
+}
+
+std::optional<std::string> lineForEngine(const Cookie& cookie) {
+  Cookie read = cookie;
+  read.path = enginePath(cookie.path);
+  return lineOfCookie(read);
 }
 
 std::string lowerCaseDomain(std::string_view domain) {
@@ -91,6 +114,10 @@ bool isExpired(const Cookie& cookie) {
 
 std::string identityOf(const Cookie& cookie) {
   return lowerCaseDomain(cookie.domain) + '\t' + cookie.path + '\t' + cookie.name;
+}
+
+std::string engineIdentityOf(const Cookie& cookie) {
+  return lowerCaseDomain(cookie.domain + '\t' + enginePath(cookie.path)) + '\t' + cookie.name;
 }
 
 }  // namespace veltramoor

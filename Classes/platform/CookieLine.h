@@ -18,8 +18,16 @@ namespace veltramoor {
 /// or a field with a tab, a line end or a NUL in it.
 [[nodiscard]] std::optional<std::string> lineOfCookie(const Cookie& cookie);
 
-/// What decides whether one cookie replaces another: domain without case, path, name.
+/// The same with the path as libcurl reads it: of a path without a slash and "/" 7.88.1 would keep
+/// both cookies and send both.
+[[nodiscard]] std::optional<std::string> lineForEngine(const Cookie& cookie);
+
+/// What decides whether one cookie replaces another: domain without case, path, name (RFC 6265
+/// section 5.3).
 [[nodiscard]] std::string identityOf(const Cookie& cookie);
+/// What decides it for libcurl, to which a path's case, its quotes, and a slash at its end are
+/// nothing.
+[[nodiscard]] std::string engineIdentityOf(const Cookie& cookie);
 
 /// Whether its time is over by now; a session cookie's never is.
 [[nodiscard]] bool isExpired(const Cookie& cookie);

@@ -1,18 +1,14 @@
 #include "platform/CookieStorage.h"
 
-#include <curl/curl.h>
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <iterator>
 #include <mutex>
-#include <new>
-#include <unordered_map>
 #include <utility>
 
 #include "platform/CookieFile.h"
 #include "platform/CookieLine.h"
-#include "platform/CurlGlobal.h"
 #include "platform/StateFile.h"
 
 namespace veltramoor {
@@ -21,10 +17,10 @@ namespace {
 // How long a list that the disk refused waits to be written again, when nothing changes before.
 constexpr std::chrono::seconds kRetryPause{1};
 
-struct ListedCookie {
-  std::string line;
+struct StoredCookie {
   Cookie cookie;
-  std::uint64_t place = 0;
+  std::string line;
+  std::string identity;
 };
 
 }  // namespace
@@ -32,18 +28,6 @@ struct ListedCookie {
 class CookieStorage::Impl {
  public:
   explicit Impl(const std::optional<std::filesystem::path>& stateFile) {
-    initialiseCurl();
-    share_.reset(curl_share_init());
-    curl_share_setopt(share_.get(), CURLSHOPT_USERDATA, this);
-    curl_share_setopt(share_.get(), CURLSHOPT_LOCKFUNC, &Impl::lock);
-    curl_share_setopt(share_.get(), CURLSHOPT_UNLOCKFUNC, &Impl::unlock);
-    curl_share_setopt(share_.get(), CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
-    handle_.reset(curl_easy_init());
-    if (share_ == nullptr || handle_ == nullptr) {
-      throw std::bad_alloc();
-    }
-    curl_easy_setopt(handle_.get(), CURLOPT_SHARE, share_.get());
-    curl_easy_setopt(handle_.get(), CURLOPT_COOKIEFILE, "");
     if (stateFile) {
       file_.emplace(*stateFile);
       lastLines_ = file_->read();
@@ -63,50 +47,53 @@ class CookieStorage::Impl {
     }
   }
 
-  // The unexpired cookies in the order of their places; cookies that the engine took from an answer
-  // since the last listing get theirs here. The engine itself lists by a hash of the domain.
-  std::vector<ListedCookie> listing() {
+  Snapshot snapshot() {
     const std::scoped_lock lock(mutex_);
-    curl_slist* first = nullptr;
-    curl_easy_getinfo(handle_.get(), CURLINFO_COOKIELIST, &first);
-    const std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> owner(first,
-                                                                            &curl_slist_free_all);
-    std::vector<ListedCookie> listed;
-    for (const curl_slist* item = first; item != nullptr; item = item->next) {
-      // A deleted cookie is listed, as expired, until the next one is stored.
-      if (auto cookie = cookieOfLine(item->data); cookie && !isExpired(*cookie)) {
-        listed.push_back({item->data, std::move(*cookie), 0});
-      }
-    }
-    std::unordered_map<std::string, std::uint64_t> places;
-    for (ListedCookie& item : listed) {
-      std::string identity = identityOf(item.cookie);
-      const auto known = places_.find(identity);
-      item.place = known != places_.end() ? known->second : nextPlace_++;
-      places.emplace(std::move(identity), item.place);
-    }
-    places_ = std::move(places);
-    std::sort(listed.begin(), listed.end(),
-              [](const auto& a, const auto& b) { return a.place < b.place; });
-    return listed;
+    Snapshot snapshot{changes_, {}};
+    forEachUnexpired(
+        [&snapshot](const StoredCookie& item) { snapshot.cookies.push_back(item.cookie); });
+    return snapshot;
   }
 
   void insert(const Cookie& cookie) {
-    if (const auto line = lineOfCookie(cookie)) {
-      const std::scoped_lock lock(mutex_);
-      ++changes_;
-      curl_easy_setopt(handle_.get(), CURLOPT_COOKIELIST, line->c_str());
-      if (places_.try_emplace(identityOf(*cookieOfLine(*line)), nextPlace_).second) {
-        ++nextPlace_;
-      }
+    const auto line = lineOfCookie(cookie);
+    if (!line) {
+      return;
     }
+    const std::scoped_lock lock(mutex_);
+    StoredCookie stored{*cookieOfLine(*line), *line, {}};
+    stored.identity = identityOf(stored.cookie);
+    put(std::move(stored),
+        [](const StoredCookie& a, const StoredCookie& b) { return a.identity == b.identity; });
   }
 
-  void remove(Cookie cookie) {
-    cookie.expires = 0;
+  std::size_t erase(const std::vector<std::string>& domains, std::optional<std::string_view> name) {
+    std::vector<std::string> wanted;
+    std::transform(domains.begin(), domains.end(), std::back_inserter(wanted), &lowerCaseDomain);
     const std::scoped_lock lock(mutex_);
-    insert(cookie);
-    places_.erase(identityOf(cookie));
+    return eraseIf([&](const StoredCookie& item) {
+      return (!name || item.cookie.name == *name) && !isExpired(item.cookie) &&
+             std::find(wanted.begin(), wanted.end(), lowerCaseDomain(item.cookie.domain)) !=
+                 wanted.end();
+    });
+  }
+
+  std::pair<std::uint64_t, std::uint64_t> apply(const CookieChanges& changes) {
+    const std::scoped_lock lock(mutex_);
+    const std::uint64_t before = changes_;
+    for (const Cookie& cookie : changes.deleted) {
+      eraseIf([identity = engineIdentityOf(cookie)](const StoredCookie& item) {
+        return engineIdentityOf(item.cookie) == identity;
+      });
+    }
+    for (const Cookie& cookie : changes.set) {
+      if (const auto line = lineOfCookie(cookie)) {
+        put({cookie, *line, identityOf(cookie)}, [](const StoredCookie& a, const StoredCookie& b) {
+          return engineIdentityOf(a.cookie) == engineIdentityOf(b.cookie);
+        });
+      }
+    }
+    return {before, changes_};
   }
 
   void keepOnly(CookieStorage& storage, const std::vector<std::string>& domains,
@@ -125,8 +112,6 @@ class CookieStorage::Impl {
     kept_ = Kept{changes_, domains, lineOfCookie(cookie)};
   }
 
-  void noteChange() { ++changes_; }
-
   void saveIfChanged() {
     // Whoever changed something waits below until it is written, even when another thread does it.
     if (savedChanges_ >= changes_ && lastWriteDone_) {
@@ -138,9 +123,7 @@ class CookieStorage::Impl {
     {
       const std::scoped_lock lock(mutex_);
       changes = changes_;
-      for (ListedCookie& item : listing()) {
-        lines.push_back(std::move(item.line));
-      }
+      forEachUnexpired([&lines](const StoredCookie& item) { lines.push_back(item.line); });
       snapshot = ++snapshots_;
     }
     // Not under the cookies' own lock: other requests go on while the disk writes.
@@ -162,23 +145,49 @@ class CookieStorage::Impl {
   }
 
   std::recursive_mutex& mutex() { return mutex_; }
-  CURLSH* share() const { return share_.get(); }
+  [[nodiscard]] std::uint64_t version() const { return changes_; }
 
  private:
-  // Recursive, and held over steps of several operations, during which the engine locks it again.
-  static void lock(CURL* /*handle*/, curl_lock_data data, curl_lock_access /*access*/, void* self) {
-    auto* impl = static_cast<Impl*>(self);
-    data == CURL_LOCK_DATA_COOKIE ? impl->mutex_.lock() : impl->attaching_.lock();
-  }
-  static void unlock(CURL* /*handle*/, curl_lock_data data, void* self) {
-    auto* impl = static_cast<Impl*>(self);
-    data == CURL_LOCK_DATA_COOKIE ? impl->mutex_.unlock() : impl->attaching_.unlock();
+  template <typename Use>
+  void forEachUnexpired(const Use& use) const {
+    for (const StoredCookie& item : stored_) {
+      if (!isExpired(item.cookie)) {
+        use(item);
+      }
+    }
   }
 
+  template <typename Condition>
+  std::size_t eraseIf(const Condition& condition) {
+    const std::size_t erased = std::erase_if(stored_, condition);
+    changes_ += erased > 0 ? 1 : 0;
+    return erased;
+  }
+
+  /// In the place of the first one that `isReplaced` finds for it, or at the end; the others that
+  /// it finds go. One whose time is over leaves nothing but the gap.
+  template <typename IsReplaced>
+  void put(StoredCookie item, const IsReplaced& isReplaced) {
+    const auto replaced = [&](const StoredCookie& other) { return isReplaced(item, other); };
+    // What is over has no place to be taken.
+    std::erase_if(stored_, [](const StoredCookie& other) { return isExpired(other.cookie); });
+    const auto first = std::find_if(stored_.begin(), stored_.end(), replaced);
+    if (isExpired(item.cookie)) {
+      eraseIf(replaced);
+    } else if (first == stored_.end()) {
+      stored_.push_back(std::move(item));
+      ++changes_;
+    } else {
+      const auto others = std::remove_if(std::next(first), stored_.end(), replaced);
+      changes_ += others != stored_.end() || first->line != item.line ? 1 : 0;
+      stored_.erase(others, stored_.end());
+      *first = std::move(item);
+    }
+  }
+
+  // Recursive, and held over steps of several operations.
   std::recursive_mutex mutex_;
-  std::mutex attaching_;
-  std::unordered_map<std::string, std::uint64_t> places_;
-  std::uint64_t nextPlace_ = 0;
+  std::vector<StoredCookie> stored_;
   std::uint64_t snapshots_ = 0;
 
   // Counts up with every change, for those who only want to know whether there was one.
@@ -202,10 +211,6 @@ class CookieStorage::Impl {
   std::vector<std::string> lastLines_;
   std::uint64_t lastSnapshot_ = 0;
   std::chrono::steady_clock::time_point retryTime_;
-
-  // The handle goes first, and both before the mutexes that their locks need.
-  std::unique_ptr<CURLSH, decltype(&curl_share_cleanup)> share_{nullptr, &curl_share_cleanup};
-  std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> handle_{nullptr, &curl_easy_cleanup};
 };
 
 CookieStorage::CookieStorage(const std::optional<std::filesystem::path>& stateFile)
@@ -218,31 +223,13 @@ CookieStorage& CookieStorage::sharedInstance() {
   return instance;
 }
 
-std::vector<Cookie> CookieStorage::cookies() const {
-  std::vector<Cookie> cookies;
-  for (ListedCookie& item : impl_->listing()) {
-    cookies.push_back(std::move(item.cookie));
-  }
-  return cookies;
-}
+std::vector<Cookie> CookieStorage::cookies() const { return impl_->snapshot().cookies; }
 
 void CookieStorage::insert(const Cookie& cookie) { impl_->insert(cookie); }
 
 std::size_t CookieStorage::erase(const std::vector<std::string>& domains,
                                  std::optional<std::string_view> name) {
-  std::vector<std::string> wanted;
-  std::transform(domains.begin(), domains.end(), std::back_inserter(wanted), &lowerCaseDomain);
-  const std::scoped_lock lock(impl_->mutex());
-  std::size_t erased = 0;
-  for (const ListedCookie& item : impl_->listing()) {
-    if ((!name || item.cookie.name == *name) &&
-        std::find(wanted.begin(), wanted.end(), lowerCaseDomain(item.cookie.domain)) !=
-            wanted.end()) {
-      impl_->remove(item.cookie);
-      ++erased;
-    }
-  }
-  return erased;
+  return impl_->erase(domains, name);
 }
 
 void CookieStorage::keepOnly(const std::vector<std::string>& domains, const Cookie& cookie) {
@@ -256,8 +243,12 @@ void CookieStorage::atomically(const std::function<void(CookieStorage&)>& step) 
 
 void CookieStorage::saveIfChanged() { impl_->saveIfChanged(); }
 
-void CookieStorage::noteChange() { impl_->noteChange(); }
+std::uint64_t CookieStorage::version() const { return impl_->version(); }
 
-void* CookieStorage::shareHandle() const { return impl_->share(); }
+CookieStorage::Snapshot CookieStorage::snapshot() const { return impl_->snapshot(); }
+
+std::pair<std::uint64_t, std::uint64_t> CookieStorage::apply(const CookieChanges& changes) {
+  return impl_->apply(changes);
+}
 
 }  // namespace veltramoor

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veltramoor {
@@ -24,7 +25,15 @@ struct Cookie {
   bool httpOnly = false;
 };
 
-/// A thin, thread-safe owner of libcurl's shared cookie engine (the engine does all matching).
+/// What one answer did to the cookies.
+struct CookieChanges {
+  /// In the order in which they are stored.
+  std::vector<Cookie> set;
+  std::vector<Cookie> deleted;
+};
+
+/// The cookies of the process, thread-safe. Which of them go with a request, and what an answer
+/// sets, is libcurl's to judge: each of its handles is given all of them (see CookieEngine.h).
 /// Everything, session cookies included, survives a restart: the listing is kept in the state file
 /// (see StateFile.h; mode 0600), written only when it changed and before the request that changed
 /// it returns, so that a kill between two requests loses nothing.
@@ -51,16 +60,24 @@ class CookieStorage {
   /// Makes `cookie` the only one of its name on `domains`, in one step; next to free when nothing
   /// has changed since it was so last.
   void keepOnly(const std::vector<std::string>& domains, const Cookie& cookie);
-  /// Runs `step` with no other thread or request able to read or change the store in between.
+  /// Runs `step` with no other thread or request able to read or change the store in between. A
+  /// request that is under way goes on with the cookies it began with.
   void atomically(const std::function<void(CookieStorage&)>& step);
   /// Writes the state file when the cookies differ from what it holds. Called after each exchange;
   /// next to free when none of the operations here changed anything.
   void saveIfChanged();
-  /// Says that the engine has just taken a cookie from an answer.
-  void noteChange();
 
-  /// The CURLSH* that request handles attach to; typed as void to keep curl out of this header.
-  [[nodiscard]] void* shareHandle() const;
+  /// Another number after each change.
+  [[nodiscard]] std::uint64_t version() const;
+  struct Snapshot {
+    std::uint64_t version;
+    std::vector<Cookie> cookies;
+  };
+  /// What `cookies` returns, and the version it is of.
+  [[nodiscard]] Snapshot snapshot() const;
+  /// Makes the changes of an answer. A cookie that libcurl cannot tell from a stored one (see
+  /// `engineIdentityOf`) takes its place. Returns the versions before and after.
+  std::pair<std::uint64_t, std::uint64_t> apply(const CookieChanges& changes);
 
  private:
   class Impl;

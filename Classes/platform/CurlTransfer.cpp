@@ -7,7 +7,7 @@
 #include <new>
 #include <string_view>
 
-#include "platform/CookieStorage.h"
+#include "platform/CookieEngine.h"
 #include "platform/CurlGlobal.h"
 #include "platform/RedirectRules.h"
 
@@ -51,6 +51,11 @@ bool hasField(const HeaderList& headers, std::string_view name) {
 FieldList fieldLines(const HeaderList& headers) {
   FieldList lines;
   for (const auto& [name, value] : headers) {
+    // Host is the URL's (RFC 9110 section 7.2): libcurl would take another one for the cookies'
+    // host.
+    if (isSameFieldName(name, "Host")) {
+      continue;
+    }
     // "Name:" without a value would take the field away; "Name;" sends it empty.
     const bool isBlank = value.find_first_not_of(" \t") == std::string::npos;
     lines.append(isBlank ? name + ";" : name + ": " + value);
@@ -84,7 +89,7 @@ std::string_view trimmed(std::string_view text) {
 
 class CurlTransfer::Impl {
  public:
-  explicit Impl(CookieStorage& cookies) : cookies_(cookies) {
+  explicit Impl(CookieStorage& cookies) {
     initialiseCurl();
     multi_.reset(curl_multi_init());
     easy_.reset(curl_easy_init());
@@ -92,6 +97,7 @@ class CurlTransfer::Impl {
       throw std::bad_alloc();
     }
     prepare();
+    cookies_.emplace(easy_.get(), cookies);
   }
 
   std::optional<TransferAnswer> perform(const UrlRequest& request, const TransferLimits& limits,
@@ -102,6 +108,7 @@ class CurlTransfer::Impl {
     limits_ = &limits;
     const FieldList fields = fieldLines(request.headers);
     describe(request, fields, limits);
+    cookies_->handIn();
     // A partial body comes with its status, too: only a transfer without any error counts.
     if (run(limits, abandoned, request.stop) != CURLE_OK) {
       return std::nullopt;
@@ -127,11 +134,8 @@ class CurlTransfer::Impl {
     }
   }
 
-  // What stays the same for every request. Set once: a reset in between would attach the handle to
-  // the cookies anew, under their lock.
+  // What stays the same for every request. Set once: a reset in between would forget the cookies.
   void prepare() {
-    set(CURLOPT_SHARE, cookies_.shareHandle());
-    set(CURLOPT_COOKIEFILE, "");  // Without this the shared cookies are neither sent nor stored.
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     set(CURLOPT_PROXY, "");
     set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
@@ -181,6 +185,8 @@ class CurlTransfer::Impl {
       if (curl_multi_perform(multi_.get(), &running) != CURLM_OK) {
         return CURLE_FAILED_INIT;
       }
+      // As soon as they are there, for other requests, and also of an answer that is never whole.
+      cookies_->takeBack();
       if (running == 0) {
         break;
       }
@@ -221,7 +227,7 @@ class CurlTransfer::Impl {
     }
     const std::size_t colon = line.find(':');
     if (isSameFieldName(line.substr(0, colon), "Set-Cookie")) {
-      cookies_.noteChange();  // The engine looks at a line before it comes here.
+      cookies_->noteSetCookie(line.substr(std::min(colon + 1, line.size())));
     }
     if (line.starts_with("HTTP/")) {
       answer_.headers.clear();
@@ -250,7 +256,6 @@ class CurlTransfer::Impl {
     return true;
   }
 
-  CookieStorage& cookies_;
   const TransferLimits* limits_ = nullptr;
   TransferAnswer answer_;
   std::size_t headerSize_ = 0;
@@ -258,6 +263,7 @@ class CurlTransfer::Impl {
   // The multi handle, which owns the connections, is cleaned up last.
   std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_{nullptr, &curl_multi_cleanup};
   std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy_{nullptr, &curl_easy_cleanup};
+  std::optional<CookieEngine> cookies_;  // of `easy_`
 };
 
 CurlTransfer::CurlTransfer(CookieStorage& cookies) : impl_(std::make_unique<Impl>(cookies)) {}

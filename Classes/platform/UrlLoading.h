@@ -20,9 +20,10 @@ class CookieStorage;
 /// Header fields in the order they stand on the wire; a name may come twice.
 using HeaderList = std::vector<std::pair<std::string, std::string>>;
 
-/// One exchange to perform. Headers go out as they stand, in this order; "Host", "Cookie",
-/// "Accept-Encoding" and, where the list has none, "Accept" are added by the transport. When a body
-/// is present and the list states no "Content-Length", the body's length in bytes is stated.
+/// One exchange to perform. Headers go out as they stand, in this order; "Cookie",
+/// "Accept-Encoding" and, where the list has none, "Accept" are added by the transport, and so is
+/// "Host", which is always the URL's: one in the list is left out. When a body is present and the
+/// list states no "Content-Length", the body's length in bytes is stated.
 struct UrlRequest {
   Url url;
   std::string method = "GET";

@@ -216,8 +216,11 @@ TEST_F(UrlLoadingTest, WhatProvesSomethingToOneOriginNeverReachesAnother) {
     EXPECT_FALSE(seen.header("Authorization"));
     EXPECT_EQ(seen.header("X-Requested-With"), "XMLHttpRequest");
   }
-  // The cookie of the redirect itself is kept (host-only: it knows no ports).
+  // The cookie of the redirect itself is kept (host-only: it knows no ports), for the host that was
+  // asked and not for the one that the request's own field named.
   EXPECT_EQ(later.back().header("Cookie"), "mine=1");
+  EXPECT_EQ(server.requests().front().header("Host"), server.hostAndPort());
+  EXPECT_EQ(cookies_.cookies().front().domain, "127.0.0.1");
 }
 
 TEST_F(UrlLoadingTest, KnowsWhichRedirectsLeadNowhere) {
