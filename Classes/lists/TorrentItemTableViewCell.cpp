@@ -5,6 +5,7 @@
 
 #include "lists/ImageCache.h"
 #include "toolkit/Device.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -29,10 +30,7 @@ struct Fonts {
   }
 };
 
-const Fonts& fonts() {
-  static const Fonts shared;
-  return shared;
-}
+const Fonts& fonts() { return SharedInstances::of<Fonts>(); }
 
 void drawText(QPainter& painter, const QFont& font, double x, double y, const QString& text) {
   painter.setFont(font);

@@ -3,6 +3,7 @@
 #include "platform/Preferences.h"
 #include "settings/DisplaySettingsTables.h"
 #include "toolkit/NavigationController.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -58,8 +59,7 @@ DisplaySettingsViewController::DisplaySettingsViewController(DisplaySettingsKeys
 }
 
 std::shared_ptr<DisplaySettingsViewController> DisplaySettingsViewController::sharedInstance() {
-  static const auto instance = std::make_shared<DisplaySettingsViewController>();
-  return instance;
+  return SharedInstances::pointer<DisplaySettingsViewController>();
 }
 
 void DisplaySettingsViewController::addParts() {

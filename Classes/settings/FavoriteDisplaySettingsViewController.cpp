@@ -1,6 +1,7 @@
 #include "settings/FavoriteDisplaySettingsViewController.h"
 
 #include "platform/Preferences.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -36,8 +37,7 @@ FavoriteDisplaySettingsViewController::FavoriteDisplaySettingsViewController()
 
 std::shared_ptr<FavoriteDisplaySettingsViewController>
 FavoriteDisplaySettingsViewController::sharedInstance() {
-  static const auto instance = std::make_shared<FavoriteDisplaySettingsViewController>();
-  return instance;
+  return SharedInstances::pointer<FavoriteDisplaySettingsViewController>();
 }
 
 QString FavoriteDisplaySettingsViewController::explanation() const {

@@ -1,6 +1,7 @@
 #include "settings/RecentDisplaySettingsViewController.h"
 
 #include "PreferencesKeys.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 
@@ -13,8 +14,7 @@ RecentDisplaySettingsViewController::RecentDisplaySettingsViewController()
 
 std::shared_ptr<RecentDisplaySettingsViewController>
 RecentDisplaySettingsViewController::sharedInstance() {
-  static const auto instance = std::make_shared<RecentDisplaySettingsViewController>();
-  return instance;
+  return SharedInstances::pointer<RecentDisplaySettingsViewController>();
 }
 
 void RecentDisplaySettingsViewController::didSelectRow(int row, int component) {

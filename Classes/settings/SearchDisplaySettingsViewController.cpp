@@ -1,5 +1,7 @@
 #include "settings/SearchDisplaySettingsViewController.h"
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
 SearchDisplaySettingsViewController::SearchDisplaySettingsViewController()
@@ -11,8 +13,7 @@ SearchDisplaySettingsViewController::SearchDisplaySettingsViewController()
 
 std::shared_ptr<SearchDisplaySettingsViewController>
 SearchDisplaySettingsViewController::sharedInstance() {
-  static const auto instance = std::make_shared<SearchDisplaySettingsViewController>();
-  return instance;
+  return SharedInstances::pointer<SearchDisplaySettingsViewController>();
 }
 
 }  // namespace veltramoor

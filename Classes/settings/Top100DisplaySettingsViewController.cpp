@@ -1,5 +1,7 @@
 #include "settings/Top100DisplaySettingsViewController.h"
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
 Top100DisplaySettingsViewController::Top100DisplaySettingsViewController()
@@ -15,8 +17,7 @@ Top100DisplaySettingsViewController::Top100DisplaySettingsViewController()
 
 std::shared_ptr<Top100DisplaySettingsViewController>
 Top100DisplaySettingsViewController::sharedInstance() {
-  static const auto instance = std::make_shared<Top100DisplaySettingsViewController>();
-  return instance;
+  return SharedInstances::pointer<Top100DisplaySettingsViewController>();
 }
 
 }  // namespace veltramoor

@@ -1,5 +1,7 @@
 #include "settings/UploadDisplaySettingsViewController.h"
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
 UploadDisplaySettingsViewController::UploadDisplaySettingsViewController()
@@ -12,8 +14,7 @@ UploadDisplaySettingsViewController::UploadDisplaySettingsViewController()
 
 std::shared_ptr<UploadDisplaySettingsViewController>
 UploadDisplaySettingsViewController::sharedInstance() {
-  static const auto instance = std::make_shared<UploadDisplaySettingsViewController>();
-  return instance;
+  return SharedInstances::pointer<UploadDisplaySettingsViewController>();
 }
 
 }  // namespace veltramoor

@@ -1,10 +1,9 @@
 #include "shell/ApplicationWindow.h"
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
-View* applicationWindow() {
-  static View window;
-  return &window;
-}
+View* applicationWindow() { return &SharedInstances::of<View>(); }
 
 }  // namespace veltramoor

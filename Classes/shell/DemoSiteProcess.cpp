@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <utility>
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 namespace {
 
@@ -32,8 +34,7 @@ void DemoSiteProcess::stop() {
 }
 
 DemoSiteProcess& DemoSiteProcess::sharedInstance() {
-  static DemoSiteProcess instance;
-  return instance;
+  return SharedInstances::of<DemoSiteProcess>();
 }
 
 bool DemoSiteProcess::isInstalled() { return QFileInfo(program()).isExecutable(); }

@@ -26,6 +26,8 @@ class DemoSiteProcess : public QObject {
   void stop();
 
  private:
+  friend class SharedInstances;
+
   DemoSiteProcess();
   void readLine();
   void finish(const QString& host);

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/MainThread.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -30,7 +31,7 @@ QSizeF sizeToFit(const QString& text) {
 LoadingIndicator& LoadingIndicator::sharedInstance() {
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
-  static LoadingIndicator instance;
+  auto& instance = SharedInstances::of<LoadingIndicator>();
   instance.reset();
   return instance;
 }

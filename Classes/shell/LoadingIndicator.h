@@ -81,6 +81,8 @@ class LoadingIndicator : public QObject {
   void reset();
 
  private:
+  friend class SharedInstances;
+
   void sizeFrame();
   void withdrawOffer();
   void makeOffer();

@@ -2,12 +2,14 @@
 
 #include <mutex>
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
 SendingTorrentIndicator& SendingTorrentIndicator::sharedInstance() {
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
-  static SendingTorrentIndicator instance;
+  auto& instance = SharedInstances::of<SendingTorrentIndicator>();
   instance.reset();
   return instance;
 }

@@ -13,6 +13,8 @@ class SendingTorrentIndicator final : public veltramoor::LoadingIndicator {
   static SendingTorrentIndicator& sharedInstance();
 
  private:
+  friend class SharedInstances;
+
   SendingTorrentIndicator() = default;
 };
 

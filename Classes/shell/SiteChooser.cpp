@@ -6,6 +6,7 @@
 
 #include "platform/Alerts.h"
 #include "platform/SiteConfiguration.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -16,10 +17,7 @@ struct Replaced {
   SiteConfiguration configuration;
 };
 
-std::optional<Replaced>& replaced() {
-  static std::optional<Replaced> shared;
-  return shared;
-}
+std::optional<Replaced>& replaced() { return SharedInstances::of<std::optional<Replaced>>(); }
 
 bool isDemo() {
   return replaced() && replaced()->demoHost.toStdString() == SiteConfiguration::current().siteHost;

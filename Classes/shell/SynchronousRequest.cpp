@@ -13,6 +13,7 @@
 #include "platform/OperationQueue.h"
 #include "platform/UrlLoading.h"
 #include "shell/LoadingIndicator.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -100,13 +101,12 @@ class InputFilter final : public QObject {
   bool tapGivesUp_ = false;
 };
 
-// A few, so that a request whose name look-up hangs does not keep the next one waiting.
-OperationQueue& workers() {
+struct Workers {
   // Made first, so that it is there until the last worker has ended.
-  UrlLoading::sharedInstance();
-  static OperationQueue queue(4);
-  return queue;
-}
+  UrlLoading& loading = UrlLoading::sharedInstance();
+  // A few, so that a request whose name look-up hangs does not keep the next one waiting.
+  OperationQueue queue{4};
+};
 
 }  // namespace
 
@@ -116,7 +116,8 @@ WaitEnd requestSynchronously(const std::shared_ptr<HttpRequest>& request,
   const auto wait = std::make_shared<Wait>();
   std::stop_source stop;
   request->setStop(stop.get_token());
-  workers().addOperation(std::make_shared<RequestOperation>(request, wait));
+  SharedInstances::of<Workers>().queue.addOperation(
+      std::make_shared<RequestOperation>(request, wait));
   QTimer timer;
   timer.setSingleShot(true);
   QObject::connect(&timer, &QTimer::timeout, [&wait] { wait->quit(WaitEnd::GivenUp); });

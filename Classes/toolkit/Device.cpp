@@ -2,16 +2,15 @@
 
 #include <algorithm>
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
 Device::Device()
     : reducedMotion_(!qEnvironmentVariableIsEmpty("VELTRAMOOR_REDUCED_MOTION") &&
                      qEnvironmentVariable("VELTRAMOOR_REDUCED_MOTION") != QLatin1String("0")) {}
 
-Device& Device::sharedInstance() {
-  static Device instance;
-  return instance;
-}
+Device& Device::sharedInstance() { return SharedInstances::of<Device>(); }
 
 void Device::setScreenSize(QSizeF size) {
   if (size == screenSize_) {

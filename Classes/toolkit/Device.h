@@ -39,6 +39,8 @@ class Device : public QObject {
   void keyboardWasHidden();
 
  private:
+  friend class SharedInstances;
+
   Device();
   QSizeF screenSize_{320, 480};
   bool reducedMotion_ = false;

@@ -3,12 +3,11 @@
 #include <QCoreApplication>
 #include <QEvent>
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
-InputWatch& InputWatch::sharedInstance() {
-  static InputWatch instance;
-  return instance;
-}
+InputWatch& InputWatch::sharedInstance() { return SharedInstances::of<InputWatch>(); }
 
 InputWatch::InputWatch() { QCoreApplication::instance()->installEventFilter(this); }
 

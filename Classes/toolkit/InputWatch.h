@@ -22,6 +22,8 @@ class InputWatch : public QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
  private:
+  friend class SharedInstances;
+
   InputWatch();
   Clock::time_point lastInput_;
 };

@@ -2,12 +2,11 @@
 
 #include <utility>
 
+#include "toolkit/SharedInstances.h"
+
 namespace veltramoor {
 
-Presentation& Presentation::sharedInstance() {
-  static Presentation instance;
-  return instance;
-}
+Presentation& Presentation::sharedInstance() { return SharedInstances::of<Presentation>(); }
 
 void Presentation::present(std::shared_ptr<ViewController> controller) {
   dismiss();

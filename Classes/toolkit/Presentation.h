@@ -27,6 +27,8 @@ class Presentation : public QObject {
   void changed();
 
  private:
+  friend class SharedInstances;
+
   Presentation() = default;
   std::shared_ptr<ViewController> controller_;
 };

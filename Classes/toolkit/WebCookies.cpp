@@ -5,6 +5,7 @@
 
 #include "platform/CookieLine.h"
 #include "platform/CookieStorage.h"
+#include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
 namespace {
@@ -29,10 +30,7 @@ Cookie cookieOf(const QVariantMap& map) {
 
 }  // namespace
 
-WebCookies& WebCookies::sharedInstance() {
-  static WebCookies instance;
-  return instance;
-}
+WebCookies& WebCookies::sharedInstance() { return SharedInstances::of<WebCookies>(); }
 
 QVariantList WebCookies::cookies() const {
   QVariantList list;

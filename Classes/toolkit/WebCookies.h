@@ -31,6 +31,8 @@ class WebCookies : public QObject {
   void pushRequested();
 
  private:
+  friend class SharedInstances;
+
   WebCookies() = default;
 };
 

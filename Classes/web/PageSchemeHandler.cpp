@@ -1,21 +1,10 @@
 #include "web/PageSchemeHandler.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
-#include <QRegularExpression>
 #include <QWebEngineUrlRequestJob>
-#include <QWebEngineUrlScheme>
 
 namespace veltramoor {
 namespace {
-
-// What decides how the page is laid out must stand in the short page: a written one comes too late.
-QString doctypeOf(const QString& html) {
-  static const QRegularExpression expression(
-      QStringLiteral("\\A(?:\\s|\\x{FEFF}|<!--.*?-->|<\\?[^>]*>)*(<!doctype[^>]*>)"),
-      QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-  return expression.match(html.left(4096)).captured(1);
-}
 
 // A script that writes `html` where it stands.
 QByteArray writingScript(const QString& html) {
@@ -47,17 +36,6 @@ QByteArray writingScript(const QString& html) {
   return "document.currentScript.remove();document.write(\"" + literal.toUtf8() + "\");";
 }
 
-// The engine takes schemes only before its first use, which is the first view: this runs when the
-// plugin is loaded.
-void registerScheme() {
-  QWebEngineUrlScheme scheme(PageSchemeHandler::kScheme);
-  scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
-  scheme.setFlags(QWebEngineUrlScheme::SecureScheme |
-                  QWebEngineUrlScheme::ContentSecurityPolicyIgnored);
-  QWebEngineUrlScheme::registerScheme(scheme);
-}
-Q_COREAPP_STARTUP_FUNCTION(registerScheme)
-
 bool sameOrigin(const QUrl& a, const QUrl& b) {
   const auto port = [](const QUrl& url) {
     return url.port(url.scheme() == QLatin1String("https") ? 443 : 80);
@@ -69,7 +47,7 @@ bool sameOrigin(const QUrl& a, const QUrl& b) {
 
 QString PageSchemeHandler::shortPageFor(const QString& id, const QString& html, const QUrl& base) {
   pages_.insert(id, {html, base});
-  return doctypeOf(html) +
+  return doctype_.match(html.left(4096)).captured(1) +
          QStringLiteral("<script src=\"%1:%2\"></script>").arg(QLatin1String(kScheme), id);
 }
 

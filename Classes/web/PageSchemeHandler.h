@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QUrl>
 #include <QWebEngineUrlSchemeHandler>
 
@@ -31,6 +32,10 @@ class PageSchemeHandler : public QWebEngineUrlSchemeHandler {
     QUrl base;
   };
   QHash<QString, Page> pages_;
+  // What decides how a page is laid out must stand in the short one: a written one comes too late.
+  QRegularExpression doctype_{
+      QStringLiteral("\\A(?:\\s|\\x{FEFF}|<!--.*?-->|<\\?[^>]*>)*(<!doctype[^>]*>)"),
+      QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption};
 };
 
 }  // namespace veltramoor

@@ -7,10 +7,10 @@
 namespace veltramoor {
 
 WebProfile::WebProfile(const QString& userAgent, QObject* jar)
-    : cookies_([store = engine_.cookieStore()](const QNetworkCookie& cookie, const QUrl& origin) {
+    : QObject(jar),
+      cookies_([store = engine_.cookieStore()](const QNetworkCookie& cookie, const QUrl& origin) {
         store->setCookie(cookie, origin);
-      }),
-      jar_(jar) {
+      }) {
   connect(engine_.cookieStore(), &QWebEngineCookieStore::cookieAdded, &cookies_,
           &CookieMirror::cookieAdded);
   connect(engine_.cookieStore(), &QWebEngineCookieStore::cookieRemoved, &cookies_,
@@ -24,17 +24,17 @@ WebProfile::WebProfile(const QString& userAgent, QObject* jar)
   engine_.installUrlSchemeHandler(PageSchemeHandler::kScheme, &pages_);
   connect(&cookies_, &CookieMirror::pushed, this, &WebProfile::cookiesReady);
   connect(&cookies_, &CookieMirror::added, this, [this](const QVariantMap& cookie) {
-    QMetaObject::invokeMethod(jar_, "take", Q_ARG(QVariantMap, cookie));
+    QMetaObject::invokeMethod(parent(), "take", Q_ARG(QVariantMap, cookie));
   });
   connect(&cookies_, &CookieMirror::removed, this, [this](const QVariantMap& cookie) {
-    QMetaObject::invokeMethod(jar_, "drop", Q_ARG(QVariantMap, cookie));
+    QMetaObject::invokeMethod(parent(), "drop", Q_ARG(QVariantMap, cookie));
   });
   connect(jar, SIGNAL(pushRequested()), this, SLOT(pushCookies()));
 }
 
 void WebProfile::pushCookies() {
   QVariantList cookies;
-  QMetaObject::invokeMethod(jar_, "cookies", Q_RETURN_ARG(QVariantList, cookies));
+  QMetaObject::invokeMethod(parent(), "cookies", Q_RETURN_ARG(QVariantList, cookies));
   cookies_.push(cookies);
 }
 

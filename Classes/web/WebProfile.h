@@ -22,7 +22,7 @@ class WebProfile : public QObject {
 
  public:
   /// `jar`: has `cookies()`, a list of maps as CookieMirror has them, takes changes with
-  /// `take(cookie)` and `drop(cookie)`, and may signal `pushRequested()`.
+  /// `take(cookie)` and `drop(cookie)`, and may signal `pushRequested()`. It becomes the parent.
   WebProfile(const QString& userAgent, QObject* jar);
 
   [[nodiscard]] QQuickWebEngineProfile* engine() { return &engine_; }
@@ -41,7 +41,6 @@ class WebProfile : public QObject {
   PageSchemeHandler pages_;
   QQuickWebEngineProfile engine_;
   CookieMirror cookies_;
-  QObject* jar_;
 };
 
 }  // namespace veltramoor

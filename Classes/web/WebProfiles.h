@@ -9,8 +9,9 @@
 
 namespace veltramoor {
 
-/// They live until the application object goes, which is after every page of theirs: a view that is
-/// waiting to be deleted outlives the QML engine that made it.
+/// They belong to the application's cookies and go with them, which is after every page of theirs
+/// (a view that is waiting to be deleted outlives the QML engine that made it) and before the
+/// application object.
 class WebProfiles : public QObject {
   Q_OBJECT
   QML_ELEMENT

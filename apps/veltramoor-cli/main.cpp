@@ -8,6 +8,7 @@
 #include "platform/Bundle.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
+#include "toolkit/SharedInstances.h"
 
 namespace {
 
@@ -82,6 +83,7 @@ int main(int argc, char** argv) {
   qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   int noArguments = 1;
   QGuiApplication application(noArguments, argv);
+  const veltramoor::SharedInstances sharedInstances;
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

@@ -4,11 +4,14 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QQmlComponent>
-#include <QTemporaryDir>
 #include <QThread>
 #include <atomic>
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
+#include <string>
+#include <system_error>
 
 #include "lists/AllListViewController.h"
 #include "shell/SwitchViewController.h"
@@ -33,11 +36,6 @@ void count(QtMsgType type, const QMessageLogContext&, const QString& message) {
 }
 
 void complain(const QString& message) { count(QtWarningMsg, {}, message); }
-
-QTemporaryDir& stateFolder() {
-  static QTemporaryDir folder;
-  return folder;
-}
 
 class SelfTest {
  public:
@@ -161,12 +159,18 @@ class SelfTest {
 
 }  // namespace
 
-void prepareSelfTest() {
+SelfTestSurroundings::SelfTestSurroundings() {
+  std::string name = (std::filesystem::temp_directory_path() / "veltramoor-XXXXXX").string();
+  if (::mkdtemp(name.data()) == nullptr) {
+    throw std::filesystem::filesystem_error("no folder for the self-test", name,
+                                            std::error_code(errno, std::generic_category()));
+  }
+  folder_ = name;
   for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
-    qputenv(name, stateFolder().path().toUtf8());
+    qputenv(name, folder_.c_str());
   }
   if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
-    qputenv("XDG_RUNTIME_DIR", stateFolder().path().toUtf8());
+    qputenv("XDG_RUNTIME_DIR", folder_.c_str());
   }
   if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
       qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
@@ -175,6 +179,11 @@ void prepareSelfTest() {
   }
   qputenv("VELTRAMOOR_REDUCED_MOTION", "1");
   qInstallMessageHandler(count);
+}
+
+SelfTestSurroundings::~SelfTestSurroundings() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
 }
 
 int runSelfTest(VeltramoorAppDelegate& delegate, QQmlApplicationEngine& engine,

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
 
 #include "SelfTest.h"
@@ -21,6 +22,7 @@
 #include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
 #include "toolkit/EngineMessages.h"
+#include "toolkit/SharedInstances.h"
 
 Q_IMPORT_QML_PLUGIN(VeltramoorPlugin)
 
@@ -88,6 +90,10 @@ QQuickWindow* loadWindow(QQmlApplicationEngine& engine, const QCommandLineParser
              : qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
 }
 
+// Views that were dropped and wait to be deleted: without their engine they must not meet what
+// still comes for them.
+void endDroppedViews() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
 // Ends the program. Work that a server or a lock still holds up must not meet what is torn down at
 // the end; everything that matters is on the disk by then.
 int terminate(veltramoor::VeltramoorAppDelegate& delegate, int status) {
@@ -113,6 +119,7 @@ int run(const QCommandLineParser& parser) {
       }
       status = QGuiApplication::exec();
     }
+    endDroppedViews();
   }
   return terminate(delegate, status);
 }
@@ -135,6 +142,7 @@ int showWhyNot(const QCommandLineParser& parser, const std::string& reason) {
     if (loadWindow(engine, parser) != nullptr) {
       QGuiApplication::exec();
     }
+    endDroppedViews();
   }
   return terminate(delegate, 1);
 }
@@ -158,14 +166,16 @@ bool isSelfTest(int argc, char** argv) {
 int main(int argc, char** argv) {
   // The workers take turns more than they compete: one heap for all keeps less memory unused.
   ::mallopt(M_ARENA_MAX, 1);
+  std::optional<veltramoor::SelfTestSurroundings> selfTest;
   if (isSelfTest(argc, argv)) {
-    veltramoor::prepareSelfTest();
+    selfTest.emplace();
   } else {
     handlerOfQt = qInstallMessageHandler(dropEngineMessages);
   }
   // The web engine, which comes with the first web page, draws with contexts of its own.
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication application(argc, argv);
+  const veltramoor::SharedInstances sharedInstances;
   // Sharper at one pixel a point, and without the large glyph textures of the other kind.
   QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
   // What names no font of its own would have the system's opened as well, half a megabyte of it.

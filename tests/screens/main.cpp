@@ -7,6 +7,7 @@
 
 #include "support/TemporaryFolder.h"
 #include "toolkit/EngineMessages.h"
+#include "toolkit/SharedInstances.h"
 
 Q_IMPORT_QML_PLUGIN(VeltramoorPlugin)
 
@@ -39,5 +40,6 @@ int main(int argc, char** argv) {
   // What the program does.
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication application(argc, argv);
+  const veltramoor::SharedInstances sharedInstances;
   return RUN_ALL_TESTS();
 }
