@@ -19,8 +19,8 @@ Rectangle {
 
     Connections {
         target: root.control
-        function onActiveFocusChanged(): void {
-            if (!root.control.activeFocus)
+        function onActiveFocusChanged(activeFocus: bool): void {
+            if (!activeFocus)
                 root.keyed = false
         }
     }

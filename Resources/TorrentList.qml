@@ -110,7 +110,7 @@ FocusScope {
         // Other rows come in their place: else the view would go on at "load more", the last one.
         Connections {
             target: root.controller.rows
-            function onRowsAboutToBeRemoved(parent: var, first: int): void {
+            function onRowsAboutToBeRemoved(parent: var, first: int, last: int): void {
                 if (first === 0)
                     list.currentIndex = -1
             }

@@ -49,25 +49,31 @@ FocusScope {
             if (page === drawn)
                 return
             drawn = page
+            drop()
             const obstacle = page ? page.obstacle() : ""
             if (page && obstacle.length === 0)
-                loader.setSource("WebView.qml", { "page": page })
-            else
-                loader.source = ""
-            if (obstacle.length > 0)
-                page.reportUnusable(obstacle)
+                view = WebViews.make(shown, page)
+            if (page && !view)
+                page.reportUnusable(obstacle || qsTr("the web engine is not installed"))
         }
 
-        Loader {
-            id: loader
+        property Item view: null
+
+        function drop(): void {
+            if (view) {
+                view.parent = null
+                view.destroy()
+            }
+            view = null
+        }
+        Component.onDestruction: drop()
+
+        FocusScope {
+            id: shown
             objectName: "webPlace"
             anchors.fill: parent
             focus: true
             visible: place.error.length === 0
-            onStatusChanged: {
-                if (status === Loader.Error)
-                    place.page.reportUnusable(qsTr("the web engine is not installed"))
-            }
         }
 
         Text {

@@ -9,9 +9,10 @@ WebEngineView {
     objectName: "webView"
 
     required property WebPage page
-    readonly property WebProfile browser: WebProfiles.profile(page.userAgent, page.profileKey, WebCookies)
+    property WebProfile browser: WebProfiles.profile(page.userAgent, page.profileKey, WebCookies)
 
     profile: browser.engine
+    anchors.fill: parent
     backgroundColor: "white"
     focus: true
 
@@ -53,24 +54,37 @@ WebEngineView {
         pending = load
         browser.pushCookies()
     }
-    // Remembers the link that the person tapped last, in a world that no script of a page reaches.
+    // Has a link that the person taps open here when it asks for a window of its own, by its target
+    // or by the button or key that it is tapped with; in a world that no script of a page reaches.
     readonly property string tapWatch: `
-        tapped = '';
         for (const type of ['click', 'auxclick'])
             addEventListener(type, event => {
                 const link = event.composedPath().find(node => node.localName === 'a' && node.href);
-                tapped = event.isTrusted && link ? String(link.href) : '';
+                if (!event.isTrusted || event.button > 1 || !link)
+                    return;
+                const base = document.querySelector('base[target]');
+                const target = link.target || (base ? base.target : '');
+                const frame = document.querySelector('iframe[name="' + CSS.escape(target) + '"]');
+                const own = link.getAttribute('target');
+                if (!frame)
+                    link.target = '_self';
+                setTimeout(() => own === null ? link.removeAttribute('target') : link.target = own);
+                if (event.button === 1 || event.ctrlKey || event.shiftKey || event.metaKey) {
+                    event.preventDefault();
+                    link.click();
+                }
             }, true);`
 
     function reportHistory(): void {
         page.reportHistory(history.backItems.rowCount() > 1, canGoForward)
     }
 
-    // Kept, for the page may be gone before its view is.
+    // Kept, for the page may be gone before its view is; what the engine says in between is for nobody.
     property string pageId
 
     Component.onCompleted: {
         pageId = page.pageId
+        browser = browser  // For good.
         // The engine does not tell QML's tools of this property's type.
         // qmllint disable type
         userScripts.collection = [{
@@ -111,14 +125,16 @@ WebEngineView {
         function onBackRequested(): void { view.goBack() }
         function onForwardRequested(): void { view.goForward() }
         function onScriptRequested(number: int, source: string): void {
-            const page = view.page
-            view.runJavaScript(source, value => page.reportScriptResult(number, value))
+            view.runJavaScript(source, value => {
+                if (view.page)
+                    view.page.reportScriptResult(number, value)
+            })
         }
     }
 
     onNavigationRequested: request => {
         const main = request.isMainFrame
-        if (!page.shouldStartLoad(request.url, request.navigationType, main)) {
+        if (!page || !page.shouldStartLoad(request.url, request.navigationType, main)) {
             request.reject()
             return
         }
@@ -130,6 +146,8 @@ WebEngineView {
     }
 
     onLoadingChanged: info => {
+        if (!page)
+            return
         switch (info.status) {
         case WebEngineView.LoadStartedStatus:
             zoomFactor = 1
@@ -185,7 +203,7 @@ WebEngineView {
 
     // A page wider than the view is drawn smaller, down to a size at which it can still be read.
     function fit(): void {
-        if (!page.scalesPageToFit)
+        if (!page || !page.scalesPageToFit)
             return
         runJavaScript("document.documentElement.scrollWidth / document.documentElement.clientWidth",
                       ratio => {
@@ -205,24 +223,14 @@ WebEngineView {
         onTriggered: view.fit()
     }
 
-    // A tapped link that asks for a window of its own opens here. What a script opens during a tap
-    // is nothing that the person asked for, and links in frames are mostly advertising.
-    onNewWindowRequested: request => {
-        const url = request.requestedUrl
-        if (!request.userInitiated || !url.toString().startsWith("http"))
-            return
-        runJavaScript("tapped", WebEngineScript.ApplicationWorld, tapped => {
-            const link = WebEngineNavigationRequest.LinkClickedNavigation
-            if (tapped && Qt.resolvedUrl(tapped).toString() === url.toString() && view.page
-                    && view.page.shouldStartLoad(url, link, true))
-                view.page.loadUrl(url)
-        })
-    }
+    // A tapped link opens here (see tapWatch). What a script opens, during a tap too, is nothing that
+    // the person asked for, and links in frames are mostly advertising: a request that nobody takes
+    // comes to nothing.
 
     onFeaturePermissionRequested: (origin, feature) => grantFeaturePermission(origin, feature, false)
     onAuthenticationDialogRequested: request => {
         request.accepted = true
-        const login = request.type === AuthenticationDialogRequest.AuthenticationTypeHTTP
+        const login = page && request.type === AuthenticationDialogRequest.AuthenticationTypeHTTP
                       ? page.answerChallenge(request.url) : []
         if (login.length === 2)
             request.dialogAccept(login[0], login[1])
@@ -252,7 +260,7 @@ WebEngineView {
     onQuotaRequested: request => request.reject()
     onFullScreenRequested: request => request.reject()
     onRenderProcessTerminated: (status, code) => {
-        if (status !== WebEngineView.NormalTerminationStatus) {
+        if (page && status !== WebEngineView.NormalTerminationStatus) {
             page.reportReplaced()
             page.reportStarted()
             page.reportFailed(view.url, qsTr("it ended unexpectedly"))

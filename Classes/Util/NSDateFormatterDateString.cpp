@@ -3,6 +3,7 @@
 #include <unicode/ucal.h>
 #include <unicode/udat.h>
 
+#include <cstdint>
 #include <memory>
 
 #include "Util/Utf.h"

@@ -14,9 +14,9 @@ namespace veltramoor {
 namespace {
 
 // Removes every link's address, so that nothing on the page can be followed.
-const QString kInertLinks = QStringLiteral(
+constexpr char kInertLinks[] =
     "\tvar d = document.getElementsByTagName('a');\tfor (var i = 0; i < d.length; i++) "
-    "{\td[i].removeAttribute('href');\t}\t");
+    "{\td[i].removeAttribute('href');\t}\t";
 
 }  // namespace
 
@@ -146,7 +146,7 @@ void WebViewController::webViewDidStartLoad() {
 }
 
 void WebViewController::webViewDidFinishLoad() {
-  myWebView_->runScript(kInertLinks);
+  myWebView_->runScript(QLatin1String(kInertLinks));
   hideLoading();
   releaseTarget();
   endKeepAlive();

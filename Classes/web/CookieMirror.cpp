@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QNetworkCookie>
+#include <QTimeZone>
 #include <QUrl>
 #include <utility>
 
@@ -62,7 +63,7 @@ void CookieMirror::set(const Key& key, const Content& content) {
   cookie.setSecure(content.secure);
   cookie.setHttpOnly(content.httpOnly);
   if (content.expires != 0) {
-    cookie.setExpirationDate(QDateTime::fromSecsSinceEpoch(content.expires, Qt::UTC));
+    cookie.setExpirationDate(QDateTime::fromSecsSinceEpoch(content.expires, QTimeZone::utc()));
   }
   setCookie_(cookie, origin);
 }
@@ -157,6 +158,12 @@ void CookieMirror::cookieAdded(const QNetworkCookie& cookie) {
 
 void CookieMirror::cookieRemoved(const QNetworkCookie& cookie) {
   const Key key = keyOf(cookie);
+  // Not yet the one that is to go, but the one whose place it took.
+  if (const auto leaving = leaving_.constFind(key);
+      leaving != leaving_.constEnd() && !leaving->equalsButForTime(contentOf(cookie))) {
+    held_.remove(key);
+    return;
+  }
   const bool left = leaving_.remove(key);
   const auto awaited = awaited_.constFind(key);
   if (awaited != awaited_.constEnd()) {

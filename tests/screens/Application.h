@@ -57,6 +57,7 @@ class Application {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window_));
   }
   ~Application() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     engine_.reset();
     EXPECT_TRUE(delegate_.applicationWillTerminate());
     // The device outlives the window that gave it a size.

@@ -90,7 +90,9 @@ TEST_F(RemoteWalkTest, SettingsTestPageBackAndLogout) {
   ASSERT_TRUE(waitFor([&] { return app_.alert().isVisible(); }));
   EXPECT_EQ(app_.alert().title(), QStringLiteral("Success!"));
   tapOn(QStringLiteral("alertButton0"));
-  const std::string ratio = "'' + (document.querySelectorAll('#torrent_list').length > 0)";
+  // Whatever version it is of.
+  const std::string ratio =
+      "'' + (document.querySelectorAll('#torrent_list, #torrent-list').length > 0)";
   expectPage(ratio, "true");
   expectPage("'' + document.documentElement.outerHTML.includes('p#1')", "false");
   tapOn(QStringLiteral("webBackButton"));
