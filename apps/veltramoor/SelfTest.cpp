@@ -160,12 +160,12 @@ class SelfTest {
 }  // namespace
 
 SelfTestSurroundings::SelfTestSurroundings() {
-  std::string name = (std::filesystem::temp_directory_path() / "veltramoor-XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) {
-    throw std::filesystem::filesystem_error("no folder for the self-test", name,
+  std::string folder = (std::filesystem::temp_directory_path() / "veltramoor-XXXXXX").string();
+  if (::mkdtemp(folder.data()) == nullptr) {
+    throw std::filesystem::filesystem_error("no folder for the self-test", folder,
                                             std::error_code(errno, std::generic_category()));
   }
-  folder_ = name;
+  folder_ = folder;
   for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
     qputenv(name, folder_.c_str());
   }
