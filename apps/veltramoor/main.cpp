@@ -172,6 +172,11 @@ int main(int argc, char** argv) {
   } else {
     handlerOfQt = qInstallMessageHandler(dropEngineMessages);
   }
+  // What the web engine says of its own inside (a transfer to the graphics process that failed and
+  // is tried again, say) is nothing that a person can act on.
+  if (qEnvironmentVariableIsEmpty("QTWEBENGINE_CHROMIUM_FLAGS")) {
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--log-level=3");
+  }
   // The web engine, which comes with the first web page, draws with contexts of its own.
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication application(argc, argv);
