@@ -12,6 +12,7 @@ QtObject {
     function make(place: Item, page: WebPage): Item {
         if (component === null)
             component = Qt.createComponent("WebView.qml")
-        return component.status === Component.Ready ? component.createObject(place, { "page": page }) : null
+        return component.status === Component.Ready
+                ? component.createObject(place, { "page": page }) as Item : null
     }
 }
