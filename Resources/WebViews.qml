@@ -1,6 +1,5 @@
 pragma Singleton
 import QtQuick
-import Veltramoor
 
 // Makes the views of web pages. Their context is this object's, which lasts as long as the QML engine:
 // a view that is dropped goes a little later, and a script's result that comes before that must still
@@ -9,7 +8,7 @@ QtObject {
     property Component component: null
 
     // Null when there is no web engine here.
-    function make(place: Item, page: WebPage): Item {
+    function make(place: Item, page: QtObject): Item {
         if (component === null)
             component = Qt.createComponent("WebView.qml")
         return component.status === Component.Ready
