@@ -16,7 +16,7 @@
 #include "LoopGap.h"
 #include "Ratio.h"
 #include "Util/Utf.h"
-#include "lists/FilterFetchPage.h"
+#include "lists/listings/FilterFetchPage.h"
 #include "platform/RunLoop.h"
 #include "site/BatchDelivery.h"
 

@@ -19,6 +19,7 @@
 #include "demo/DemoSite.h"
 #include "platform/Preferences.h"
 #include "platform/StateFile.h"
+#include "support/Places.h"
 #include "support/TemporaryFolder.h"
 
 namespace veltramoor {
@@ -70,8 +71,8 @@ class Program {
 };
 
 Program application(const DemoSite& site) {
-  return Program({VELTRAMOOR_BIN_DIR "/veltramoor", "--report-first-frame", "--window-size",
-                  "360x720", "--site-host", site.host(), "--notice-host", site.host()});
+  return Program({test::program("veltramoor"), "--report-first-frame", "--window-size", "360x720",
+                  "--site-host", site.host(), "--notice-host", site.host()});
 }
 
 double median(std::vector<double> values) {
@@ -120,7 +121,7 @@ int run() {
   }
   ::setenv("XDG_RUNTIME_DIR", home.path().c_str(), 0);
   const Display display;
-  Program empty({VELTRAMOOR_BIN_DIR "/bench-empty-window"});
+  Program empty({test::program("bench-empty-window")});
   bool good = true;
 
   {

@@ -34,6 +34,10 @@ target_compile_options(veltramoor_options INTERFACE ${veltramoor_warnings} -fsta
 if(VELTRAMOOR_SANITIZE)
   add_compile_options(-fsanitize=${VELTRAMOOR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${VELTRAMOOR_SANITIZE})
+  if(VELTRAMOOR_FUZZ)
+    # Let the fuzzer see the branches of the code under test, not only those of the targets.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+  endif()
 else()
   target_compile_definitions(veltramoor_options INTERFACE
     $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)

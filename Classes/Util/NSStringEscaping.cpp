@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "Util/Ascii.h"
 #include "Util/Utf.h"
 
 namespace veltramoor {
@@ -26,31 +27,15 @@ constexpr ByteSet kFormValueBytes = unreservedAnd("");
 /// RFC 3986 section 2.2, "reserved", without "#", "[" and "]".
 constexpr ByteSet kUrlBytes = unreservedAnd(":/?@!$&'()*+,;=");
 
-void appendEscaped(std::string& result, char byte) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  const auto value = static_cast<unsigned char>(byte);
-  result += '%';
-  result += kDigits[value >> 4U];
-  result += kDigits[value & 15U];
-}
-
-bool isHexDigit(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
-}
-
-bool startsEscape(std::string_view text) {
-  return text.size() >= 3 && text[0] == '%' && isHexDigit(text[1]) && isHexDigit(text[2]);
-}
-
 std::string escape(std::string_view text, const ByteSet& kept, bool keepEscapes) {
   std::string result;
   result.reserve(text.size() + text.size() / 4);
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (kept[static_cast<unsigned char>(text[i])] ||
-        (keepEscapes && startsEscape(text.substr(i)))) {
+        (keepEscapes && percentEscape(text.substr(i)))) {
       result += text[i];
     } else {
-      appendEscaped(result, text[i]);
+      appendPercentEscaped(result, text[i]);
     }
   }
   return result;
@@ -64,6 +49,16 @@ std::string stringWithPercentEscape(std::string_view text) {
 
 std::string stringByAddingPercentEscapes(std::string_view text) {
   return escape(text, kUrlBytes, true);
+}
+
+std::string stringByReplacingPercentEscapes(std::string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::optional<char> byte = percentEscape(text.substr(i));
+    result += byte.value_or(text[i]);
+    i += byte ? 2 : 0;
+  }
+  return result;
 }
 
 std::optional<std::string> stringByAddingPercentEscapesInAscii(std::string_view text) {

@@ -19,4 +19,8 @@ namespace veltramoor {
 /// The same in the ASCII encoding: absent when the text holds a character outside ASCII.
 [[nodiscard]] std::optional<std::string> stringByAddingPercentEscapesInAscii(std::string_view text);
 
+/// The bytes that an escaped text stands for; a `%` that begins no escape stays. They may be any
+/// bytes, NUL too.
+[[nodiscard]] std::string stringByReplacingPercentEscapes(std::string_view text);
+
 }  // namespace veltramoor

@@ -1,17 +1,14 @@
 #include "lists/AllListViewController.h"
 
-#include <fmt/format.h>
+#include <utility>
 
-#include "PreferencesKeys.h"
 #include "lists/ImageLoader.h"
-#include "lists/SortedOrder.h"
-#include "platform/Preferences.h"
+#include "lists/listings/RecentListing.h"
 #include "platform/SiteConfiguration.h"
-#include "remote/FetchPageDownload.h"
 #include "settings/RecentDisplaySettingsViewController.h"
-#include "shell/ProfileWebViewController.h"
-#include "shell/TorrentWebViewController.h"
-#include "site/FetchPageAllTorrents.h"
+#include "shell/overlay/ApplicationWindow.h"
+#include "shell/pages/ProfileWebViewController.h"
+#include "shell/pages/TorrentWebViewController.h"
 #include "site/UserInfo.h"
 #include "toolkit/Device.h"
 #include "toolkit/Image.h"
@@ -25,20 +22,25 @@ QString text(const std::optional<std::string>& value) {
   return QString::fromStdString(value.value_or(""));
 }
 
-bool isSet(const std::optional<std::string>& value) { return value && !value->empty(); }
-
 }  // namespace
 
-AllListViewController::AllListViewController(TableViewStyle, const QString& interfaceFile)
-    : ViewController(interfaceFile), images_([this](const QString& url) { startImageLoad(url); }) {
-  headerView_.setParentDelegate(this);
-  headerView_.settingsBtn()->setHidden(false);
+AllListViewController::AllListViewController(TableViewStyle)
+    : AllListViewController(std::make_unique<RecentListing>(), QStringLiteral("TorrentList.qml")) {
   setTitle(tr("Recent Torrents"));
   tabBarItem()->set(tr("Recents"), QStringLiteral("tabbar-all.png"), 0);
+}
+
+AllListViewController::AllListViewController(std::unique_ptr<Listing> listing,
+                                             const QString& interfaceFile)
+    : ViewController(interfaceFile),
+      listing_(std::move(listing)),
+      images_([this](const QString& url) { startImageLoad(url); }) {
+  headerView_.setParentDelegate(this);
+  headerView_.settingsBtn()->setHidden(false);
   connect(&Device::sharedInstance(), &Device::changed, this, &AllListViewController::loadView);
-  connect(&sends_, &SendingOverlay::wentOn, this, [this] { disableTabs(isWaiting()); });
-  connect(&overlay_, &ListOverlay::wentOn, this, &AllListViewController::goOn);
-  connect(&overlay_, &ListOverlay::hidden, this, &AllListViewController::loadingHidden);
+  connect(&sending_, &ListSending::wentOn, this, [this] { disableTabs(isWaiting()); });
+  connect(&loading_, &Wait::wentOn, this, &AllListViewController::goOn);
+  connect(&loading_, &Wait::overlayHidden, this, &AllListViewController::loadingHidden);
   loadView();
 }
 
@@ -81,40 +83,24 @@ void AllListViewController::fetchWhenNeeded() {
     waitForPages();
     return;
   }
-  currentPage_ = 0;
   fetchFirstPage();
+}
+
+void AllListViewController::fetchFirstPage() {
+  listing_->setCurrentPage(0);
+  fetch(listing_->firstPageUrl());
 }
 
 bool AllListViewController::hasBackgroundWork() const {
   return operationQueue_.operationCount() + imageOperationQueue_.operationCount() > 0;
 }
 
-std::optional<std::string> AllListViewController::setting(std::string_view key) const {
-  const auto found = overrides_.find(key);
-  return found != overrides_.end() ? found->second : Preferences::sharedInstance().string(key);
-}
-
-void AllListViewController::overrideSetting(std::string_view key, std::string value) {
-  overrides_.insert_or_assign(std::string(key), std::move(value));
-}
-
-std::optional<Url> AllListViewController::pageUrl(int page) {
-  myCategories_ = setting(PreferencesKeys::recentCategory);
-  const std::string order =
-      sortedOrder(setting(PreferencesKeys::recentOrderBy), setting(PreferencesKeys::recentSortBy));
-  const std::string& host = SiteConfiguration::current().siteHost;
-  if (isSet(myCategories_) && *myCategories_ != "0") {
-    return Url::parse(fmt::format("http://{}/browse/{}/{}/{}/", host, *myCategories_, page, order));
-  }
-  return Url::parse(fmt::format("http://{}/recent/{}", host, page));
-}
-
 void AllListViewController::waitForPages() {
   if (!isOnShow()) {
     return;
   }
-  overlay_.show(loadingText());
-  overlay_.offerGoingOn();
+  loading_.begin(applicationWindow(), loadingText());
+  loading_.offerGoingOn();
   waits_ = true;
   tableView_.setAllowsSelection(false);
   disableTabs(true);
@@ -126,9 +112,7 @@ void AllListViewController::endWait() {
   if (waits_) {
     waits_ = false;
     disableTabs(false);
-    if (!opening_) {
-      overlay_.hide();
-    }
+    loading_.end();
   }
 }
 
@@ -160,23 +144,19 @@ void AllListViewController::clearRefreshed() {
 }
 
 void AllListViewController::fetchPage(int page) {
-  currentPage_ = page;
-  fetch(pageUrl(page));
+  listing_->setCurrentPage(page);
+  fetch(listing_->pageUrl(page));
 }
 
 void AllListViewController::fetch(std::optional<Url> url) {
-  ++pagesUnderWay_;
   setNotice({});
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
+  fetching_.fetch(std::move(url),
+                  [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
+                    self->loadedTorrents(std::move(torrents));
+                  });
   waitForPages();
-  operationQueue_.addOperation(std::make_shared<FetchPageAllTorrents>(
-      std::move(url), [self = sharedController(this),
-                       of = generation_](std::optional<std::vector<Torrent>> torrents) {
-        if (of == self->generation_) {
-          self->loadedTorrents(std::move(torrents));
-        }
-      }));
 }
 
 void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
@@ -185,9 +165,9 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
     tableView_.setScrollEnabled(true);
   }
   clearRefreshed();
-  rows_.setNoMoreTorrents(!arrived || page->size() < kFullPage);
+  rows_.setNoMoreTorrents(!arrived || page->size() < Listing::kFullPage);
   endWait();
-  headerView_.refreshBtn()->setEnabled(--pagesUnderWay_ == 0);
+  headerView_.refreshBtn()->setEnabled(fetching_.underWay() == 0);
   if (arrived) {
     filterData(*page);
     rows_.append(std::move(*page));
@@ -229,7 +209,6 @@ void AllListViewController::didRefresh() {
   tableView_.scrollToTop();
   tableView_.setScrollEnabled(false);
   refreshed_ = true;
-  currentPage_ = 0;
   fetchFirstPage();
 }
 
@@ -255,13 +234,12 @@ void AllListViewController::didSelectProfile(const std::optional<QString>& usern
     // The overlay is the profile's from now on.
     goOn();
   }
-  overlay_.show(tr("Loading..."));
+  openingPage_.begin(applicationWindow(), tr("Loading..."));
   tableView_.setAllowsSelection(false);
   disableTabs(true);
   // The screen on top hides the overlay and lets this list go on.
   navigationController()->pushViewController(std::make_shared<ProfileWebViewController>(
-      Url::parse(fmt::format("http://{}/settings", SiteConfiguration::current().siteHost)),
-      sharedController(this)));
+      SiteConfiguration::current().siteUrl("/settings"), sharedController(this)));
 }
 
 void AllListViewController::openTorrent(int row) {
@@ -269,20 +247,19 @@ void AllListViewController::openTorrent(int row) {
     return;
   }
   const Torrent& torrent = (*rows_.torrents())[static_cast<std::size_t>(row)];
-  const auto url = Url::parse(
-      fmt::format("http://{}{}", SiteConfiguration::current().siteHost, torrent.detailsUrl));
+  const auto url = SiteConfiguration::current().siteUrl(torrent.detailsUrl);
   const auto self = sharedController(this);
-  overlay_.show(tr("Loading..."));
+  openingPage_.begin(applicationWindow(), tr("Loading..."));
   tableView_.setAllowsSelection(false);
   // Returns when the page is there; pages of the list may arrive meanwhile.
   opening_ = true;
-  const auto details = std::make_shared<TorrentWebViewController>(url, row, self);
+  const auto details = TorrentWebViewController::open(url, row, self);
   opening_ = false;
   if (!isWaiting()) {
     tableView_.setAllowsSelection(true);
-    overlay_.hide();
   }
-  if (navigationController() != nullptr) {
+  openingPage_.end();
+  if (details != nullptr && navigationController() != nullptr) {
     navigationController()->pushViewController(details);
   }
   releaseBehind();
@@ -295,36 +272,40 @@ void AllListViewController::reloadHeaderView() {
 }
 
 void AllListViewController::didTapDownloadButton(int tag) {
-  if (tag < 0 || tag >= rows_.torrentCount()) {
-    return;
+  if (const std::optional<Torrent> torrent = torrentAt(tag)) {
+    send(*torrent);
   }
-  send((*rows_.torrents())[static_cast<std::size_t>(tag)]);
+}
+
+std::optional<Torrent> AllListViewController::torrentAt(int row) const {
+  return row >= 0 && row < rows_.torrentCount()
+             ? std::optional((*rows_.torrents())[static_cast<std::size_t>(row)])
+             : std::nullopt;
+}
+
+void AllListViewController::whenSent(QObject* receiver,
+                                     std::function<void(const std::string& name)> heard) {
+  connect(&sending_, &ListSending::sent, receiver, std::move(heard));
 }
 
 void AllListViewController::send(const Torrent& torrent) {
-  sends_.begin();
-  auto send = std::make_shared<FetchPageDownload>(
-      Url::parse(torrent.downloadUrl), torrent.name,
-      [self = sharedController(this)](const std::optional<std::string>& name) {
-        self->downloadedFinished(name);
-      });
   tableView_.setAllowsSelection(true);
   disableTabs(true);
-  operationQueue_.addOperation(std::move(send));
+  sending_.send(torrent, [self = sharedController(this)](const std::optional<std::string>& name) {
+    self->downloadedFinished(name);
+  });
 }
 
 void AllListViewController::downloadedFinished(const std::optional<std::string>& name) {
   tableView_.setAllowsSelection(true);
-  if (sends_.isWaitedFor()) {
+  if (sending_.isWaitedFor()) {
     disableTabs(false);
   }
-  sends_.end();
   if (name) {
     rows_.markDownloaded(*name);
-    emit torrentSent(*name);
   }
   rows_.reload();
-  emit sendFinished(name.has_value());
+  sending_.ended(name);
 }
 
 void AllListViewController::disableTabs(bool disable) {
@@ -347,7 +328,7 @@ void AllListViewController::didSelectRowAtIndexPath(int row) {
   if (row < rows_.torrentCount()) {
     openTorrent(row);
   } else if (rows_.isLoadMoreRow(row) && loadMoreTakesTouches()) {
-    fetchPage(currentPage_ + 1);
+    fetchPage(listing_->nextPage());
   }
 }
 

@@ -4,22 +4,23 @@
 #include <QImage>
 #include <QPointer>
 #include <QString>
-#include <map>
+#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "lists/HeaderView.h"
 #include "lists/ImageCache.h"
+#include "lists/ListFetching.h"
 #include "lists/ListLayout.h"
-#include "lists/ListOverlay.h"
+#include "lists/ListSending.h"
 #include "lists/LoadMoreItemView.h"
-#include "lists/SendingOverlay.h"
 #include "lists/TorrentItemTableViewCell.h"
 #include "lists/TorrentTableModel.h"
+#include "lists/listings/Listing.h"
 #include "platform/OperationQueue.h"
-#include "platform/Url.h"
+#include "shell/overlay/Wait.h"
+#include "shell/pages/OpeningList.h"
 #include "toolkit/TableView.h"
 #include "toolkit/TextField.h"
 #include "toolkit/ViewController.h"
@@ -28,9 +29,11 @@ namespace veltramoor {
 
 enum class TableViewStyle { Plain };
 
-/// Fetches pages one after another, shows their rows, and sends torrents to the person's client.
-/// Page fetches and sends share a queue of one, so they never overlap. Main thread only.
-class AllListViewController : public veltramoor::ViewController, public HeaderViewDelegate {
+/// Shows the pages of a listing, one after another, and sends torrents to the person's client. Page
+/// fetches and sends share a queue of one, so they never overlap. Main thread only.
+class AllListViewController : public veltramoor::ViewController,
+                              public HeaderViewDelegate,
+                              public OpeningList {
   Q_OBJECT
   Q_PROPERTY(veltramoor::TorrentTableModel* rows READ rows CONSTANT)
   Q_PROPERTY(veltramoor::TableView* tableView READ tableView CONSTANT)
@@ -46,14 +49,10 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
 
  public:
   static constexpr double kRowHeight = 37;
-  /// A full page of the site; a shorter one is the last.
-  static constexpr std::size_t kFullPage = 30;
 
-  explicit AllListViewController(TableViewStyle style,
-                                 const QString& interfaceFile = QStringLiteral("TorrentList.qml"));
+  explicit AllListViewController(TableViewStyle style);
   ~AllListViewController() override;
 
-  void viewDidLoad() override {}
   void viewWillLayout() override { loadView(); }
   /// Fetches page 0 unless a page has arrived before.
   void viewWillAppear() override;
@@ -74,15 +73,12 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void reloadHeaderView();
   /// The send button of the row `tag`.
   Q_INVOKABLE void didTapDownloadButton(int tag);
-  /// Queues the send of `torrent`, which may have left the list.
-  void send(const Torrent& torrent);
-  /// The send callback: the torrent's name, absent after a failed send.
-  void downloadedFinished(const std::optional<std::string>& name);
-  /// Disables or enables every tab, "More" included.
-  void disableTabs(bool disable);
-  /// Takes rows and tabs back into use after a screen that this list waited for, unless it still
-  /// waits for pages.
-  void resume();
+
+  // OpeningList
+  void resume() override;
+  [[nodiscard]] std::optional<Torrent> torrentAt(int row) const override;
+  void send(const Torrent& torrent) override;
+  void whenSent(QObject* receiver, std::function<void(const std::string& name)> heard) override;
 
   Q_INVOKABLE void didSelectRowAtIndexPath(int row);
   /// Fills `cell` with what row `row` shows.
@@ -110,13 +106,8 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// Whether the row after the last torrent is drawn as the "load more" item.
   [[nodiscard]] virtual bool drawsLoadMoreItem() const { return true; }
 
-  /// The stored setting, or what this list was told in its place.
-  [[nodiscard]] std::optional<std::string> setting(std::string_view key) const;
-  /// Has this one list take `value` for the setting; nothing is stored.
-  void overrideSetting(std::string_view key, std::string value);
-
-  [[nodiscard]] int currentPage() const { return currentPage_; }
-  [[nodiscard]] int sendingTorrentCount() const { return sends_.count(); }
+  [[nodiscard]] Listing& listing() const { return *listing_; }
+  [[nodiscard]] const ListSending& sending() const { return sending_; }
   [[nodiscard]] bool noMoreTorrents() const { return rows_.noMoreTorrents(); }
   [[nodiscard]] const std::optional<std::string>& lastDate() const { return lastDate_; }
   [[nodiscard]] OperationQueue& operationQueue() { return operationQueue_; }
@@ -124,15 +115,13 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
  signals:
   void layoutChanged();
   void noticeChanged();
-  /// After a page has been shown, whether it came or not; and after a send has ended.
+  /// After a page has been shown, whether it came or not.
   void pageLoaded(bool arrived);
-  void sendFinished(bool sent);
-  /// After a torrent of that name has been sent.
-  void torrentSent(const std::string& name);
 
  protected:
-  /// Address of page `page` by the settings of this moment; none when it cannot be a URL.
-  [[nodiscard]] virtual std::optional<Url> pageUrl(int page);
+  /// A list over `listing`, never null.
+  AllListViewController(std::unique_ptr<Listing> listing, const QString& interfaceFile);
+
   /// What the overlay says while a page is fetched.
   [[nodiscard]] virtual QString loadingText() const { return tr("Loading..."); }
   /// One line on why a page without rows has none.
@@ -140,11 +129,9 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// The settings screen of this list.
   [[nodiscard]] virtual std::shared_ptr<ViewController> displaySettings() const;
   /// What the first appearance and a refresh ask for.
-  virtual void fetchFirstPage() { fetchPage(0); }
-  /// Queues the fetch of one page with everything that shows that it is under way.
-  void fetch(std::optional<Url> url);
+  virtual void fetchFirstPage();
   /// Whether pages are under way.
-  [[nodiscard]] virtual bool isBusy() const { return pagesUnderWay_ > 0; }
+  [[nodiscard]] virtual bool isBusy() const { return fetching_.underWay() > 0; }
   /// Fetches what the first appearance shows, unless it has come or is under way.
   void fetchWhenNeeded();
   /// On show, has pages that have been asked for hold the overlay, the rows and the tabs until one
@@ -154,13 +141,9 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   /// Gives back what the pages hold.
   void endWait();
   /// The pages under way are for nobody any more.
-  void ignorePages() {
-    ++generation_;
-    pagesUnderWay_ = 0;
-  }
+  void ignorePages() { fetching_.ignoreUnderWay(); }
   /// Makes room for a search bar; not owned.
   void setSearchBar(TextField* bar);
-  void setCurrentPage(int page) { currentPage_ = page; }
   void setNotice(const QString& text);
   /// Why a page did not come, and what to do.
   [[nodiscard]] QString failureNotice() const;
@@ -171,6 +154,12 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   [[nodiscard]] virtual bool loadMoreTakesTouches() const;
 
  private:
+  /// Queues the fetch of one page with everything that shows that it is under way.
+  void fetch(std::optional<Url> url);
+  /// The send callback: the torrent's name, absent after a failed send.
+  void downloadedFinished(const std::optional<std::string>& name);
+  /// Disables or enables every tab, "More" included.
+  void disableTabs(bool disable);
   void goOn();
   void loadingHidden();
   void releaseBehind();
@@ -178,6 +167,7 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   void imageReady(const std::string& url, const QImage& image);
   void startImageLoad(const QString& url);
 
+  std::unique_ptr<Listing> listing_;
   TorrentTableModel rows_;
   TableView tableView_;
   HeaderView headerView_;
@@ -185,21 +175,18 @@ class AllListViewController : public veltramoor::ViewController, public HeaderVi
   TextField* searchBar_ = nullptr;
   ListLayout layout_;
   ImageCache images_;
-  ListOverlay overlay_;
+  // For pages of the list, and for a page that opens over it.
+  Wait loading_;
+  Wait openingPage_;
   QString notice_;
   std::optional<std::string> lastDate_;
-  std::optional<std::string> myCategories_;
-  std::map<std::string, std::string, std::less<>> overrides_;
-  int currentPage_ = 0;
-  SendingOverlay sends_;
-  int pagesUnderWay_ = 0;
   bool refreshed_ = false;
   // Whether the person waits for the pages under way.
   bool waits_ = false;
-  // Pages that were asked for in an earlier one are ignored.
-  int generation_ = 0;
   // Whether a torrent's page is being waited for.
   bool opening_ = false;
+  ListFetching fetching_{operationQueue_};
+  ListSending sending_{operationQueue_};
   // Last, so that their threads are joined before anything else goes.
   OperationQueue operationQueue_{1};
   OperationQueue imageOperationQueue_{3};

@@ -1,6 +1,6 @@
 #include "lists/EditFavoriteListViewController.h"
 
-#include "lists/FilterStore.h"
+#include "lists/listings/FilterStore.h"
 #include "toolkit/NavigationController.h"
 #include "toolkit/Presentation.h"
 

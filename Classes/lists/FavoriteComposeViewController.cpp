@@ -3,7 +3,7 @@
 #include <chrono>
 #include <optional>
 
-#include "lists/Filter.h"
+#include "lists/listings/Filter.h"
 
 namespace veltramoor {
 namespace {

@@ -4,7 +4,7 @@
 #include <QAbstractListModel>
 #include <vector>
 
-#include "lists/Filter.h"
+#include "lists/listings/Filter.h"
 
 namespace veltramoor {
 

@@ -1,22 +1,14 @@
 #include "lists/FavoriteListViewController.h"
 
-#include <fmt/format.h>
+#include <chrono>
 
-#include <algorithm>
-#include <numeric>
-
-#include "PreferencesKeys.h"
 #include "lists/EditFavoriteListViewController.h"
-#include "lists/FilterStore.h"
-#include "platform/Preferences.h"
-#include "platform/SiteConfiguration.h"
 #include "settings/FavoriteDisplaySettingsViewController.h"
 #include "toolkit/NavigationController.h"
 
 namespace veltramoor {
 namespace {
 
-constexpr int kUsualPages = 5;
 constexpr std::size_t kMostNames = 300;
 /// For a page whose filters changed after it was asked for, and which is judged anew on this
 /// thread: the screen may be held for 50 ms.
@@ -31,24 +23,22 @@ QString quoted(const std::string& regex) {
 
 }  // namespace
 
-FavoriteListViewController::FavoriteListViewController(TableViewStyle style)
-    : AllListViewController(style, QStringLiteral("FavoriteList.qml")),
-      filters_(std::make_shared<FilterSet>(FilterStore::regexes())),
-      delivery_([this](FilteredPage page) { show(std::move(page)); }) {
+FavoriteListViewController::FavoriteListViewController(TableViewStyle)
+    : AllListViewController(std::make_unique<FavoriteListing>(),
+                            QStringLiteral("FavoriteList.qml")),
+      fetching_([this](FilteredPage page) { show(std::move(page)); }) {
   headerView()->filtersBtn()->setHidden(false);
   setTitle(tr("Favorite Torrents"));
   tabBarItem()->set(tr("Favorites"), QStringLiteral("tabbar-favorites.png"), 1);
 }
 
-int FavoriteListViewController::storedPages() {
-  const std::string text =
-      Preferences::sharedInstance().string(PreferencesKeys::favoritesCount).value_or("");
-  return text.empty() ? kUsualPages : std::max(1, QString::fromStdString(text).toInt());
+FavoriteListing& FavoriteListViewController::favorites() const {
+  return static_cast<FavoriteListing&>(listing());
 }
 
 void FavoriteListViewController::viewWillAppear() {
   reloadHeaderView();
-  numPages_ = storedPages();
+  favorites().setPages(FavoriteListing::storedPages());
   reloadFilters();
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
@@ -57,60 +47,28 @@ void FavoriteListViewController::viewWillAppear() {
 }
 
 bool FavoriteListViewController::hasBackgroundWork() const {
-  return AllListViewController::hasBackgroundWork() || operationQueueMultiple_.operationCount() > 0;
+  return AllListViewController::hasBackgroundWork() || fetching_.isBusy();
 }
 
-std::optional<Url> FavoriteListViewController::urlOf(const std::string& category, int page) {
-  const std::string& host = SiteConfiguration::current().siteHost;
-  return Url::parse(category.empty() || category == "0"
-                        ? fmt::format("http://{}/recent/{}", host, page)
-                        : fmt::format("http://{}/browse/{}/{}/3", host, category, page));
-}
+void FavoriteListViewController::fetchFirstPage() { fetch(favorites().firstBatch()); }
 
-std::optional<Url> FavoriteListViewController::pageUrl(int page) {
-  return urlOf(Preferences::sharedInstance().string(PreferencesKeys::favoriteCategory).value_or(""),
-               page);
-}
-
-// The current page is the last one asked for, so that each "load more" skips one: 0 to 4, 6 to 10,
-// 12 to 16 and so on.
-void FavoriteListViewController::fetchFirstPage() {
-  fetchNextXPages(numPages_, 0);
-  setCurrentPage(numPages_ - 1);
-}
-
-void FavoriteListViewController::fetchPage(int page) {
-  setCurrentPage(page + numPages_);
-  fetchNextXPages(numPages_, page + 1);
-}
+void FavoriteListViewController::fetchPage(int page) { fetch(favorites().batchAfter(page)); }
 
 void FavoriteListViewController::fetchNextXPages(int count, int startPage) {
-  std::vector<int> numbers(static_cast<std::size_t>(std::max(count, 1)));
-  std::iota(numbers.begin(), numbers.end(), startPage);
-  const auto order = std::make_shared<DeliveryOrder>(numbers);
-  if (delivery_.outstanding() == 0) {
-    failedPages_ = 0;
+  fetch({.start = startPage, .count = count});
+}
+
+void FavoriteListViewController::fetch(const PageBatch& batch) {
+  if (fetching_.outstanding() == 0) {
     latestNames_.clear();
   }
-  const int batch = delivery_.begin(static_cast<int>(numbers.size()));
+  fetching_.fetch(favorites(), batch, sharedController(this));
   setNotice({});
   // A refresh now would have the pages under way replace the rows and its own follow them.
   headerView()->refreshBtn()->setEnabled(false);
   waitForPages();
   tableView()->setScrollEnabled(false);
   emit progressChanged();
-  for (const int page : numbers) {
-    fetchPage(page, batch, {order, page, page == startPage ? kNoPage : page - 1});
-  }
-}
-
-void FavoriteListViewController::fetchPage(int page, int batch, DeliveryPlace place) {
-  operationQueueMultiple_.addOperation(std::make_shared<FilterFetchPage>(
-      pageUrl(page), filters_,
-      [self = sharedController(this), batch](FilteredPage filtered) {
-        self->delivery_.deliver(batch, std::move(filtered));
-      },
-      std::move(place)));
 }
 
 void FavoriteListViewController::show(FilteredPage page) {
@@ -122,7 +80,6 @@ void FavoriteListViewController::show(FilteredPage page) {
 
 void FavoriteListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
   const bool arrived = page.has_value();
-  failedPages_ += arrived ? 0 : 1;
   clearRefreshed();
   std::vector<Torrent> torrents = std::move(page).value_or(std::vector<Torrent>{});
   rows()->setNoMoreTorrents(torrents.empty());
@@ -134,7 +91,7 @@ void FavoriteListViewController::loadedTorrents(std::optional<std::vector<Torren
   rows()->reload();
   emit progressChanged();
   emit pageLoaded(arrived);
-  if (delivery_.outstanding() == 0) {
+  if (fetching_.outstanding() == 0) {
     batchEnded();
   }
 }
@@ -143,9 +100,10 @@ void FavoriteListViewController::filterData(std::vector<Torrent>& page) {
   AllListViewController::filterData(page);
   remember(page);
   // The filters may have changed since the page was asked for.
-  const bool current = judged_.filters == filters_ && judged_.accepted.size() == page.size();
+  const bool current =
+      judged_.filters == favorites().filters() && judged_.accepted.size() == page.size();
   const std::vector<bool> accepted =
-      current ? std::move(judged_.accepted) : filters_->acceptedWithin(kHold, page);
+      current ? std::move(judged_.accepted) : favorites().filters()->acceptedWithin(kHold, page);
   std::size_t row = 0;
   std::erase_if(page, [&](const Torrent&) { return !accepted[row++]; });
 }
@@ -163,26 +121,27 @@ void FavoriteListViewController::batchEnded() {
   endWait();
   headerView()->refreshBtn()->setEnabled(true);
   setNotice(batchNotice());
-  emit batchLoaded(failedPages_ < pagesAsked());
+  emit batchLoaded(fetching_.failed() < pagesAsked());
 }
 
 QString FavoriteListViewController::batchNotice() {
   const int asked = pagesAsked();
-  if (asked > 0 && failedPages_ == asked) {
+  if (asked > 0 && fetching_.failed() == asked) {
     return failureNotice();
   }
   QStringList lines;
-  if (failedPages_ > 0) {
-    lines +=
-        tr("%1 of %2 pages did not come. Tap refresh to start again.").arg(failedPages_).arg(asked);
+  if (fetching_.failed() > 0) {
+    lines += tr("%1 of %2 pages did not come. Tap refresh to start again.")
+                 .arg(fetching_.failed())
+                 .arg(asked);
   }
-  for (const std::string& regex : filters_->givenUp()) {
+  for (const std::string& regex : filters().givenUp()) {
     lines += tr("The filter \"%1\" was given up on: it takes too long.").arg(quoted(regex));
   }
   if (rows()->torrentCount() == 0 && lines.isEmpty()) {
-    const std::size_t invalid = filters_->invalid().size();
-    lines += filters_->empty() ? tr("There are no filters. Tap the filters button to add one.")
-             : invalid == filters_->size()
+    const std::size_t invalid = filters().invalid().size();
+    lines += filters().empty() ? tr("There are no filters. Tap the filters button to add one.")
+             : invalid == filters().size()
                  ? tr("No filter is a valid expression. Tap the filters button to see why.")
                  : tr("No filter accepts a torrent of these pages. Load more, or change the "
                       "filters.");
@@ -191,14 +150,13 @@ QString FavoriteListViewController::batchNotice() {
 }
 
 bool FavoriteListViewController::loadMoreTakesTouches() const {
-  return delivery_.outstanding() < 2 && AllListViewController::loadMoreTakesTouches();
+  return fetching_.outstanding() < 2 && AllListViewController::loadMoreTakesTouches();
 }
 
 void FavoriteListViewController::didRefresh() {
   tableView()->scrollToTop();
   setRefreshed();
-  // A filter that was given up on, perhaps on a busy machine, gets another chance.
-  filters_ = std::make_shared<FilterSet>(filters_->regexes());
+  favorites().retryFilters();
   fetchFirstPage();
 }
 
@@ -217,12 +175,8 @@ void FavoriteListViewController::didFilters() {
 }
 
 void FavoriteListViewController::reloadFilters() {
-  std::vector<std::string> regexes = FilterStore::regexes();
-  if (regexes != filters_->regexes()) {
-    filters_ = std::make_shared<FilterSet>(regexes);
-    if (rows()->torrents() && delivery_.outstanding() == 0) {
-      setNotice(tr("The filters have changed. Tap refresh to look again."));
-    }
+  if (favorites().reloadFilters() && rows()->torrents() && fetching_.outstanding() == 0) {
+    setNotice(tr("The filters have changed. Tap refresh to look again."));
   }
 }
 

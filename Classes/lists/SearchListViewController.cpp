@@ -1,19 +1,12 @@
 #include "lists/SearchListViewController.h"
 
-#include <fmt/format.h>
-
-#include "PreferencesKeys.h"
-#include "Util/AbsentValue.h"
-#include "Util/NSStringEscaping.h"
-#include "lists/SortedOrder.h"
-#include "platform/SiteConfiguration.h"
 #include "settings/SearchDisplaySettingsViewController.h"
 #include "toolkit/NavigationController.h"
 
 namespace veltramoor {
 
-SearchListViewController::SearchListViewController(TableViewStyle style)
-    : AllListViewController(style) {
+SearchListViewController::SearchListViewController(TableViewStyle)
+    : AllListViewController(std::make_unique<SearchListing>(), QStringLiteral("TorrentList.qml")) {
   setTitle(tr("Search"));
   tabBarItem()->set(tr("Search"), QStringLiteral("tabbar-search.png"), 0);
   headerView()->settingsBtn()->setHidden(true);
@@ -28,17 +21,21 @@ SearchListViewController::SearchListViewController(TableViewStyle style)
   setSearchBar(&mySearchBar_);
 }
 
+SearchListing& SearchListViewController::searchListing() const {
+  return static_cast<SearchListing&>(listing());
+}
+
 void SearchListViewController::viewWillAppear() {
   reloadHeaderView();
   if (navigationController() != nullptr) {
     navigationController()->setNavigationBarHidden(true);
   }
-  setCurrentPage(0);
+  listing().setCurrentPage(0);
 }
 
 void SearchListViewController::clearRows() {
   rows()->clear();
-  setCurrentPage(0);
+  listing().setCurrentPage(0);
   rows()->setNoMoreTorrents(true);
   rows()->reload();
 }
@@ -48,7 +45,7 @@ void SearchListViewController::searchBarSearchButtonClicked() {
   // The results of an earlier search would stand above those of this one.
   ignorePages();
   clearRows();
-  searchString_ = stringByAddingPercentEscapesInAscii(mySearchBar_.text().toStdString());
+  searchListing().search(mySearchBar_.text().toStdString());
   fetchPage(0);
 }
 
@@ -61,17 +58,14 @@ void SearchListViewController::didSearch() { didSettings(); }
 
 void SearchListViewController::touchesBegan() { mySearchBar_.resignFirstResponder(); }
 
-std::optional<Url> SearchListViewController::pageUrl(int page) {
-  const std::string category = setting(PreferencesKeys::searchCategory).value_or("");
-  const std::string order =
-      sortedOrder(setting(PreferencesKeys::searchOrderBy), setting(PreferencesKeys::searchSortBy));
-  return Url::parse(fmt::format("http://{}/search/{}/{}/{}/{}",
-                                SiteConfiguration::current().siteHost, formatted(searchString_),
-                                page, order, category.empty() ? "0" : category));
+bool SearchListViewController::escape() {
+  const bool isEditing = mySearchBar_.isEditing();
+  mySearchBar_.resignFirstResponder();
+  return isEditing;
 }
 
 QString SearchListViewController::emptyText() const {
-  return searchString_
+  return searchString()
              ? tr("Nothing found. Try fewer words, or another category.")
              : tr("Nothing found. The site can be asked in unaccented Latin letters only.");
 }

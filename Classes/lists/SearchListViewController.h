@@ -5,6 +5,7 @@
 #include <string>
 
 #include "lists/AllListViewController.h"
+#include "lists/listings/SearchListing.h"
 
 namespace veltramoor {
 
@@ -23,25 +24,25 @@ class SearchListViewController : public veltramoor::AllListViewController {
   void didSearch() override;
   /// Gives up the keyboard.
   void touchesBegan() override;
+  bool escape() override;
   /// Searches for the bar's text; a page of an earlier search that is still under way is ignored.
   void searchBarSearchButtonClicked();
 
-  /// The query, percent-escaped; absent before the first search and after one for a text outside
-  /// ASCII.
-  [[nodiscard]] const std::optional<std::string>& searchString() const { return searchString_; }
-  void setSearchString(std::optional<std::string> escaped) { searchString_ = std::move(escaped); }
+  /// The query as it is asked for; see `SearchListing`.
+  [[nodiscard]] const std::optional<std::string>& searchString() const {
+    return searchListing().searchString();
+  }
 
  protected:
-  [[nodiscard]] std::optional<Url> pageUrl(int page) override;
   [[nodiscard]] QString loadingText() const override { return tr("Searching..."); }
   [[nodiscard]] QString emptyText() const override;
   [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
 
  private:
+  [[nodiscard]] SearchListing& searchListing() const;
   void clearRows();
 
   TextField mySearchBar_;
-  std::optional<std::string> searchString_;
 };
 
 }  // namespace veltramoor

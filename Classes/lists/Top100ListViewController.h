@@ -21,7 +21,6 @@ class Top100ListViewController : public veltramoor::AllListViewController {
 
  protected:
   [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
-  void fetchFirstPage() override { fetchTop100List(); }
 };
 
 }  // namespace veltramoor

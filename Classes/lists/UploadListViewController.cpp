@@ -1,18 +1,13 @@
 #include "lists/UploadListViewController.h"
 
-#include <fmt/format.h>
-
-#include "PreferencesKeys.h"
-#include "Util/AbsentValue.h"
-#include "lists/SortedOrder.h"
-#include "platform/SiteConfiguration.h"
+#include "lists/listings/UploadListing.h"
 #include "settings/UploadDisplaySettingsViewController.h"
 #include "site/UserInfo.h"
 
 namespace veltramoor {
 
-UploadListViewController::UploadListViewController(TableViewStyle style)
-    : AllListViewController(style) {
+UploadListViewController::UploadListViewController(TableViewStyle)
+    : AllListViewController(std::make_unique<UploadListing>(), QStringLiteral("TorrentList.qml")) {
   setTitle(tr("Uploaded Torrents"));
   tabBarItem()->set(tr("Uploads"), QStringLiteral("tabbar-upload.png"), 0);
 }
@@ -26,13 +21,6 @@ void UploadListViewController::viewWillAppear() {
     owner_ = name;
   }
   AllListViewController::viewWillAppear();
-}
-
-std::optional<Url> UploadListViewController::pageUrl(int page) {
-  const std::string order =
-      sortedOrder(setting(PreferencesKeys::uploadOrderBy), setting(PreferencesKeys::uploadSortBy));
-  return Url::parse(fmt::format("http://{}/user/{}/{}/{}", SiteConfiguration::current().siteHost,
-                                formatted(UserInfo::sharedInstance().username()), page, order));
 }
 
 QString UploadListViewController::emptyText() const {

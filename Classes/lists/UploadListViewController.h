@@ -19,8 +19,6 @@ class UploadListViewController : public veltramoor::AllListViewController {
   void viewWillAppear() override;
 
  protected:
-  /// The user's name stands in it unescaped: a name that no URL may hold gives none.
-  [[nodiscard]] std::optional<Url> pageUrl(int page) override;
   [[nodiscard]] QString emptyText() const override;
   [[nodiscard]] std::shared_ptr<ViewController> displaySettings() const override;
 

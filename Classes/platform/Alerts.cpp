@@ -25,4 +25,16 @@ void Alerts::show(Alert alert) {
   }
 }
 
+void Alerts::showMessage(std::string title, std::string message, std::string button) {
+  Alert alert;
+  alert.title = std::move(title);
+  alert.message = std::move(message);
+  alert.buttons = {std::move(button)};
+  show(std::move(alert));
+}
+
+void Alerts::showMessageAndWait(const std::string& title, const std::string& message) {
+  MainThread::performAndWait([&] { showMessage(title, message); });
+}
+
 }  // namespace veltramoor

@@ -30,6 +30,10 @@ class Alerts {
   static void setPresenter(AlertPresenter* presenter);
   /// Shows an alert through the presenter; without one the alert is dropped. Main thread only.
   static void show(Alert alert);
+  /// Shows a title and a message with one button, "Ok" unless named otherwise. Main thread only.
+  static void showMessage(std::string title, std::string message, std::string button = "Ok");
+  /// The same from a worker thread, which goes on once the alert is shown.
+  static void showMessageAndWait(const std::string& title, const std::string& message);
 };
 
 }  // namespace veltramoor

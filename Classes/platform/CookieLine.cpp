@@ -5,6 +5,8 @@
 #include <charconv>
 #include <chrono>
 
+#include "Util/Ascii.h"
+
 namespace veltramoor {
 namespace {
 
@@ -67,7 +69,7 @@ std::optional<std::string> lineOfCookie(const Cookie& cookie) {
   // value would be taken for the next field.
   if (cookie.name.empty() || cookie.path == "TRUE" || cookie.path == "FALSE" ||
       cookie.domain.empty() || cookie.domain == "." || cookie.domain.starts_with('#') ||
-      lowerCaseDomain(cookie.domain).starts_with("set-cookie:")) {
+      lowerCase(cookie.domain).starts_with("set-cookie:")) {
     return std::nullopt;
   }
   for (const std::string* field : {&cookie.name, &cookie.value, &cookie.domain, &cookie.path}) {
@@ -98,13 +100,7 @@ std::optional<std::string> lineForEngine(const Cookie& cookie) {
   return lineOfCookie(read);
 }
 
-std::string lowerCaseDomain(std::string_view domain) {
-  std::string lowered(domain);
-  std::transform(lowered.begin(), lowered.end(), lowered.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return lowered;
-}
+std::string lowerCaseDomain(std::string_view domain) { return lowerCase(domain); }
 
 bool isExpired(const Cookie& cookie) {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
@@ -113,11 +109,11 @@ bool isExpired(const Cookie& cookie) {
 }
 
 std::string identityOf(const Cookie& cookie) {
-  return lowerCaseDomain(cookie.domain) + '\t' + cookie.path + '\t' + cookie.name;
+  return lowerCase(cookie.domain) + '\t' + cookie.path + '\t' + cookie.name;
 }
 
 std::string engineIdentityOf(const Cookie& cookie) {
-  return lowerCaseDomain(cookie.domain + '\t' + enginePath(cookie.path)) + '\t' + cookie.name;
+  return lowerCase(cookie.domain + '\t' + enginePath(cookie.path)) + '\t' + cookie.name;
 }
 
 }  // namespace veltramoor

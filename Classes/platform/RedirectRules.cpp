@@ -4,19 +4,14 @@
 #include <array>
 #include <string>
 
+#include "Util/Ascii.h"
+
 namespace veltramoor {
 namespace {
-
-char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool isHexDigit(char c) {
-  return (c >= '0' && c <= '9') || (lowerCase(c) >= 'a' && lowerCase(c) <= 'f');
-}
 
 // Servers write blanks and letters of their language into Location. No fragment is ever sent, so
 // the target ends at the first "#".
 std::string escapedTarget(std::string_view target) {
-  constexpr std::string_view kHexDigits = "0123456789ABCDEF";
   constexpr std::string_view kForbidden = "\"<>\\^`{|}";
   target = target.substr(0, target.find('#'));
   const std::size_t authorityEnd = target.find_first_of("/?", target.find("://") + 3);
@@ -24,12 +19,10 @@ std::string escapedTarget(std::string_view target) {
   for (std::size_t i = 0; i < target.size(); ++i) {
     const char c = target[i];
     const auto byte = static_cast<unsigned char>(c);
-    const bool isEscape =
-        c == '%' && i + 2 < target.size() && isHexDigit(target[i + 1]) && isHexDigit(target[i + 2]);
     const bool isBracketInPath = (c == '[' || c == ']') && i > authorityEnd;
-    if ((c == '%' && !isEscape) || byte <= ' ' || byte >= 0x7f || isBracketInPath ||
-        kForbidden.find(c) != std::string_view::npos) {
-      escaped += {'%', kHexDigits[byte >> 4U], kHexDigits[byte & 15U]};
+    if ((c == '%' && !percentEscape(target.substr(i))) || byte <= ' ' || byte >= 0x7f ||
+        isBracketInPath || kForbidden.find(c) != std::string_view::npos) {
+      appendPercentEscaped(escaped, c);
     } else {
       escaped += c;
     }
@@ -94,8 +87,7 @@ std::optional<UrlRequest> redirectedRequest(const UrlRequest& request, int statu
     return std::nullopt;
   }
   std::erase_if(next.headers, [&](const auto& field) {
-    std::string name(field.first);
-    std::transform(name.begin(), name.end(), name.begin(), &lowerCase);
+    const std::string name = lowerCase(field.first);
     return (becomesGet && isContentField(name)) || (!sameOrigin && isOriginField(name));
   });
   return next;

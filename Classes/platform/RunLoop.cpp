@@ -25,12 +25,15 @@ class RunLoop::Impl {
     arrived_.notify_one();
   }
 
-  /// Runs the first task if one is there before `deadline`.
-  bool runOne(std::chrono::steady_clock::time_point deadline) {
+  /// Runs the first task, as soon as there is one; without a deadline, however long that takes.
+  bool runOne(std::optional<std::chrono::steady_clock::time_point> deadline) {
     MainThread::Task task;
     {
       std::unique_lock lock(mutex_);
-      if (!arrived_.wait_until(lock, deadline, [this] { return !tasks_.empty(); })) {
+      const auto isThere = [this] { return !tasks_.empty(); };
+      if (!deadline) {
+        arrived_.wait(lock, isThere);
+      } else if (!arrived_.wait_until(lock, *deadline, isThere)) {
         return false;
       }
       task = std::move(tasks_.front());
@@ -66,6 +69,13 @@ RunLoop::RunLoop() : impl_(std::make_shared<Impl>()) {
 RunLoop::~RunLoop() {
   MainThread::close();
   impl_->close();
+}
+
+void RunLoop::runUntil(const std::function<bool()>& done) {
+  assert(MainThread::isCurrent());
+  while (!done()) {
+    impl_->runOne(std::nullopt);
+  }
 }
 
 bool RunLoop::runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) {

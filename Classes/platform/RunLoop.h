@@ -16,7 +16,10 @@ class RunLoop {
   RunLoop(const RunLoop&) = delete;
   RunLoop& operator=(const RunLoop&) = delete;
 
-  /// Runs tasks until `done()` holds (asked after each task); false when `limit` passed first.
+  /// Runs tasks until `done()` holds, which only a task may bring about.
+  void runUntil(const std::function<bool()>& done);
+  /// Runs tasks until `done()` holds (asked after each task, and now and then); false when `limit`
+  /// passed first.
   bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit);
   /// Runs what is waiting now and returns how many tasks that were.
   std::size_t runPending();

@@ -151,6 +151,14 @@ std::string withSiteHost(std::string text, const std::string& siteHost) {
 
 }  // namespace
 
+std::string SiteConfiguration::siteAddress(std::string_view path) const {
+  return ("http://" + siteHost).append(path);
+}
+
+std::optional<Url> SiteConfiguration::siteUrl(std::string_view path) const {
+  return Url::parse(siteAddress(path));
+}
+
 std::string SiteConfiguration::hostWithoutPort(const std::string& host) {
   const std::size_t colon = host.rfind(':');
   const std::size_t bracket = host.rfind(']');

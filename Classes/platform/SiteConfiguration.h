@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Url.h"
+
 namespace veltramoor {
 
 /// Hosts may carry a port ("127.0.0.1:8080"). The names here, in kebab case, are the keys of the
@@ -27,7 +29,11 @@ struct SiteConfiguration {
   std::string donationUrl = "https://donate.example/";
 
   /// "http://" + siteHost + "/".
-  [[nodiscard]] std::string siteHomeUrl() const { return "http://" + siteHost + "/"; }
+  [[nodiscard]] std::string siteHomeUrl() const { return siteAddress("/"); }
+  /// "http://" + siteHost + `path`, which begins with "/"; and the same as a URL: none when it
+  /// cannot be one, as for a site that is not set.
+  [[nodiscard]] std::string siteAddress(std::string_view path) const;
+  [[nodiscard]] std::optional<Url> siteUrl(std::string_view path) const;
   /// `host` without its port: what a cookie's domain is made of.
   [[nodiscard]] static std::string hostWithoutPort(const std::string& host);
 

@@ -6,6 +6,8 @@
 #include <charconv>
 #include <memory>
 
+#include "Util/Ascii.h"
+
 namespace veltramoor {
 namespace {
 
@@ -13,7 +15,6 @@ constexpr int kHighestPort = 65535;
 
 bool isAlpha(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isHexDigit(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
 // RFC 3986 sections 2.2 and 2.3, without the square brackets and the "#", which have their places.
 bool isUrlCharacter(char c) {
@@ -24,7 +25,7 @@ bool isUrlCharacter(char c) {
 bool isValidText(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '%') {
-      if (i + 2 >= text.size() || !isHexDigit(text[i + 1]) || !isHexDigit(text[i + 2])) {
+      if (!percentEscape(text.substr(i))) {
         return false;
       }
       i += 2;
@@ -40,14 +41,6 @@ bool isValidTail(std::string_view text) {
   const std::size_t hash = text.find('#');
   return isValidText(text.substr(0, hash)) &&
          (hash == std::string_view::npos || isValidText(text.substr(hash + 1)));
-}
-
-std::string lowerCase(std::string_view text) {
-  std::string lowered(text);
-  std::transform(lowered.begin(), lowered.end(), lowered.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return lowered;
 }
 
 // Where the authority begins and ends in a URL; both 0 when it has none.

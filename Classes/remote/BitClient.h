@@ -9,6 +9,7 @@
 
 #include "platform/Url.h"
 #include "site/HttpRequest.h"
+#include "site/MultipartUpload.h"
 
 namespace veltramoor {
 
@@ -30,10 +31,8 @@ struct BitClientClass {
 /// One send's parameters and the requests that perform it. Confined to the operation that made it.
 /// The builders never check their inputs: an absent address or port becomes "(null)" in the URL,
 /// which then is none, and the request fails when it is sent.
-class BitClient {
+class BitClient : public MultipartUpload {
  public:
-  virtual ~BitClient() = default;
-
   /// All kinds, in picker order.
   [[nodiscard]] static const std::vector<BitClientClass>& classes();
   /// The kind of that name, or null.
@@ -45,7 +44,7 @@ class BitClient {
   [[nodiscard]] static std::unique_ptr<BitClient> configured(const ServerInfo& info);
 
   /// Body of a multipart upload of `file`.
-  [[nodiscard]] virtual std::string getData();
+  [[nodiscard]] std::string getData() override;
   /// Where uploads go.
   [[nodiscard]] virtual std::optional<Url> getUrl() const;
   /// The client's own web interface.

@@ -3,21 +3,12 @@
 #include "platform/Alerts.h"
 #include "platform/Preferences.h"
 #include "remote/BitClient.h"
+#include "remote/ConnectionFailed.h"
 #include "remote/DownloadHistory.h"
 #include "remote/ServerInfo.h"
 
 namespace veltramoor {
 namespace {
-
-void showAndWait(const std::string& title, const std::string& message) {
-  MainThread::performAndWait([&] {
-    Alert alert;
-    alert.title = title;
-    alert.message = message;
-    alert.buttons = {"Ok"};
-    Alerts::show(std::move(alert));
-  });
-}
 
 // The link's own contents: nothing for a magnet link, the file for an http one. Whether it could be
 // had does not decide the send.
@@ -48,13 +39,13 @@ bool FetchPageDownload::send() const {
 
 void FetchPageDownload::fetch() {
   if (!send()) {
-    showAndWait("Connection with server failed.",
-                "Please make sure you have correctly setup your remote download settings.");
+    showConnectionFailed();
     return;
   }
   if (!DownloadHistory::append(name_)) {
-    showAndWait("Sent, but not remembered.", Preferences::sharedInstance().lastProblem().value_or(
-                                                 "The download history could not be written."));
+    Alerts::showMessageAndWait("Sent, but not remembered.",
+                               Preferences::sharedInstance().lastProblem().value_or(
+                                   "The download history could not be written."));
   }
   returnObject_ = name_;
 }

@@ -4,20 +4,11 @@
 
 #include "platform/Alerts.h"
 #include "remote/BitClient.h"
+#include "remote/ConnectionFailed.h"
 #include "remote/ServerInfo.h"
 
 namespace veltramoor {
 namespace {
-
-void showAndWait(const std::string& title, const std::string& message) {
-  MainThread::performAndWait([&] {
-    Alert alert;
-    alert.title = title;
-    alert.message = message;
-    alert.buttons = {"Ok"};
-    Alerts::show(std::move(alert));
-  });
-}
 
 // The credentials stand in the address as typed, and not every password can: one with a slash in it
 // ends the host early, and the rest of it would be sent to whatever host the user name spells. The
@@ -61,10 +52,9 @@ FetchPageRemoteUI::FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSett
 void FetchPageRemoteUI::fetch() {
   const HttpRequest request = webInterface();
   if (!request.isResponseValid()) {
-    showAndWait("Connection with server failed.",
-                "Please make sure you have correctly setup your remote download settings.");
+    showConnectionFailed();
   } else if (fromRemoteSettings_) {
-    showAndWait("Success!", "");
+    Alerts::showMessageAndWait("Success!", "");
   }
   returnObject_ = request.result();
 }

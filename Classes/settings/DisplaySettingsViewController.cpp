@@ -1,7 +1,7 @@
 #include "settings/DisplaySettingsViewController.h"
 
+#include "lists/listings/SiteCodes.h"
 #include "platform/Preferences.h"
-#include "settings/DisplaySettingsTables.h"
 #include "toolkit/NavigationController.h"
 #include "toolkit/SharedInstances.h"
 

@@ -22,11 +22,8 @@ bool DonateViewController::shouldStartLoadWithRequest(const QUrl& url, int navig
     return true;
   }
   if (!openUrl_(url)) {
-    Alert alert;
-    alert.title = "Donate";
-    alert.message = "No web browser could be started. The page is " + url.toString().toStdString();
-    alert.buttons = {"Ok"};
-    Alerts::show(std::move(alert));
+    Alerts::showMessage(
+        "Donate", "No web browser could be started. The page is " + url.toString().toStdString());
   }
   return false;
 }

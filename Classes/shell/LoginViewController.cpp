@@ -3,8 +3,7 @@
 #include "PreferencesKeys.h"
 #include "platform/Alerts.h"
 #include "platform/Preferences.h"
-#include "shell/LoadingIndicator.h"
-#include "shell/SynchronousRequest.h"
+#include "shell/overlay/SynchronousRequest.h"
 #include "site/FetchPageLoginCheck.h"
 #include "site/FetchPageQuickLoginCheck.h"
 #include "site/FetchPageSignIn.h"
@@ -135,11 +134,7 @@ void LoginViewController::login() {
     return;
   }
   loginBtn_.setEnabled(false);
-  loading_ = &LoadingIndicator::sharedInstance();
-  loading_->setParentView(view());
-  loading_->setString(tr("Please wait..."));
-  loading_->setOffset(kIndicatorOffset);
-  loading_->showLoadingIndicators();
+  loading_.begin(view(), tr("Please wait..."), kIndicatorOffset);
   const auto self = sharedController(this);
   if (anonymousLogin_.isOn()) {
     operationQueue_.addOperation(std::make_shared<FetchPageQuickLoginCheck>(
@@ -176,7 +171,7 @@ void LoginViewController::loginResult(const std::shared_ptr<HttpRequest>& reques
 
 void LoginViewController::endLogin() {
   loginBtn_.setEnabled(true);
-  loading_->hideLoadingIndicators();
+  loading_.end();
 }
 
 void LoginViewController::triedLoggingIn(const LoginOutcome& outcome) {
@@ -184,11 +179,7 @@ void LoginViewController::triedLoggingIn(const LoginOutcome& outcome) {
     checkNotice();
     return;
   }
-  Alert alert;
-  alert.title = "Login failed.";
-  alert.message = outcome.message;
-  alert.buttons = {"Cancel"};
-  Alerts::show(std::move(alert));
+  Alerts::showMessage("Login failed.", outcome.message, "Cancel");
   endLogin();
 }
 
@@ -224,14 +215,14 @@ void LoginViewController::showNotice(const Notice& notice) {
   } else {
     alert.tag = kGoAlert;
     alert.clicked = [self = sharedController(this)](int) { self->switchView(); };
-    loading_->hideLoadingIndicators();
+    loading_.end();
   }
   Alerts::show(std::move(alert));
 }
 
 void LoginViewController::switchView() {
   // Before the list on the first tab shows the same overlay for its page.
-  loading_->hideLoadingIndicators();
+  loading_.end();
   switchViews_();
 }
 
@@ -258,6 +249,17 @@ void LoginViewController::toggleInfoView() {
   infoView_.updateVersion();
   infoViewShown_ = true;
   emit infoViewChanged();
+}
+
+bool LoginViewController::escape() {
+  if (infoViewShown_) {
+    returnView();
+  } else if (site_.isShown() && site_.canClose()) {
+    site_.close();
+  } else {
+    return false;
+  }
+  return true;
 }
 
 void LoginViewController::returnView() {

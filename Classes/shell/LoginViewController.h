@@ -10,6 +10,7 @@
 #include "shell/DonateViewController.h"
 #include "shell/InfoView.h"
 #include "shell/SiteChooser.h"
+#include "shell/overlay/Wait.h"
 #include "site/Notice.h"
 #include "site/SiteSession.h"
 #include "toolkit/Button.h"
@@ -18,8 +19,6 @@
 #include "toolkit/ViewController.h"
 
 namespace veltramoor {
-
-class LoadingIndicator;
 
 /// Drives a login: a session check or the anonymous choice, a sign-in when needed, the maker's
 /// notice, and then the hand-over to the root controller. What is typed or switched is stored at
@@ -58,6 +57,8 @@ class LoginViewController : public veltramoor::ViewController {
   Q_INVOKABLE void login();
   Q_INVOKABLE void toggleInfoView();
   Q_INVOKABLE void returnView();
+  /// Closes the information panel, or the site's where one is set.
+  bool escape() override;
 
   /// Judges the settings page that a session check fetched: an existing session ends the login at
   /// once, else (and always without a page) the fields' texts sign in.
@@ -110,7 +111,7 @@ class LoginViewController : public veltramoor::ViewController {
   InfoView infoView_;
   SiteChooser site_;
   std::shared_ptr<DonateViewController> donateView_;
-  LoadingIndicator* loading_ = nullptr;
+  Wait loading_;
   // The text of the field that is being edited, as it was when that began.
   QString textBeforeEditing_;
   // Whether both fields were emptied and nothing has been typed since.

@@ -98,13 +98,11 @@ void SiteChooser::use() {
   configuration.siteHost = host;
   const std::filesystem::path file = SiteConfiguration::defaultFile();
   if (!SiteConfiguration::saveSiteHost(file, host)) {
-    Alert alert;
-    alert.title = tr("Site").toStdString();
-    alert.message = tr("%1 is used now, but could not be stored in %2.")
-                        .arg(QString::fromStdString(host), QString::fromStdString(file.string()))
-                        .toStdString();
-    alert.buttons = {"Ok"};
-    Alerts::show(std::move(alert));
+    Alerts::showMessage(
+        tr("Site").toStdString(),
+        tr("%1 is used now, but could not be stored in %2.")
+            .arg(QString::fromStdString(host), QString::fromStdString(file.string()))
+            .toStdString());
   }
   take(std::move(configuration), true);
 }

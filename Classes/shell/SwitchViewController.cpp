@@ -48,6 +48,10 @@ void SwitchViewController::loadLoginView() {
   loginViewController_->appear();
 }
 
+bool SwitchViewController::escape() {
+  return showLogin_ ? tabBarController_->escape() : loginViewController_->escape();
+}
+
 void SwitchViewController::switchViews() {
   // The screen that asked for the switch is still at work when it is replaced.
   const std::shared_ptr<LoginViewController> leaving = loginViewController_;

@@ -28,6 +28,9 @@ class SwitchViewController : public veltramoor::ViewController, public TabBarCon
   void viewWillDisappear() override;
   [[nodiscard]] bool hasBackgroundWork() const override;
 
+  /// The tabs are asked, or the login screen, whichever is on show.
+  bool escape() override;
+
   void switchViews();
   /// Deletes the site's cookies and returns to the login screen.
   void logout();

@@ -6,11 +6,11 @@
 #include "lists/SearchListViewController.h"
 #include "lists/Top100ListViewController.h"
 #include "lists/UploadListViewController.h"
-#include "remote/ClientWebViewController.h"
-#include "remote/ServerSettingsViewController.h"
-#include "shell/ForumWebViewController.h"
+#include "remote/screens/ClientWebViewController.h"
+#include "remote/screens/ServerSettingsViewController.h"
 #include "shell/LogoutViewController.h"
-#include "shell/SiteWebViewController.h"
+#include "shell/pages/ForumWebViewController.h"
+#include "shell/pages/SiteWebViewController.h"
 #include "toolkit/NavigationController.h"
 
 namespace veltramoor {

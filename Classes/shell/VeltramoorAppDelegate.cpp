@@ -13,9 +13,9 @@
 #include "platform/MainThread.h"
 #include "platform/Preferences.h"
 #include "platform/UrlLoading.h"
-#include "shell/ApplicationWindow.h"
 #include "shell/DemoSiteProcess.h"
 #include "shell/SwitchViewController.h"
+#include "shell/overlay/ApplicationWindow.h"
 #include "site/AnonymousUser.h"
 #include "toolkit/Image.h"
 
@@ -63,11 +63,7 @@ void VeltramoorAppDelegate::applicationDidFinishLaunching(std::shared_ptr<ViewCo
   viewController_->appear();
   viewController_->viewDidAppear();
   if (const auto problem = Preferences::sharedInstance().lastProblem()) {
-    Alert alert;
-    alert.title = "Settings";
-    alert.message = *problem;
-    alert.buttons = {"Ok"};
-    Alerts::show(std::move(alert));
+    Alerts::showMessage("Settings", *problem);
   }
 }
 
@@ -98,11 +94,27 @@ bool VeltramoorAppDelegate::applicationWillTerminate() {
 View* VeltramoorAppDelegate::window() const { return applicationWindow(); }
 
 LoadingIndicator* VeltramoorAppDelegate::loadingIndicator() const {
-  return &LoadingIndicator::sharedInstance();
+  return &LoadingIndicator::current();
 }
 
 SendingTorrentIndicator* VeltramoorAppDelegate::sendingTorrentIndicator() const {
-  return &SendingTorrentIndicator::sharedInstance();
+  return &SendingTorrentIndicator::current();
+}
+
+void VeltramoorAppDelegate::escape() {
+  LoadingIndicator* loading = loadingIndicator();
+  LoadingIndicator* sending = sendingTorrentIndicator();
+  if (alertView_.isVisible()) {
+    alertView_.dismissWithButtonIndex(0);
+  } else if (ViewController* form = presentation()->controller()) {
+    form->cancel();
+  } else if (loading->canGoOn()) {
+    loading->goOn();
+  } else if (sending->canGoOn()) {
+    sending->goOn();
+  } else if (viewController_ != nullptr) {
+    viewController_->escape();
+  }
 }
 
 QString VeltramoorAppDelegate::imageUrl(const QString& name) { return veltramoor::imageUrl(name); }

@@ -5,8 +5,8 @@
 #include <QString>
 #include <memory>
 
-#include "shell/LoadingIndicator.h"
-#include "shell/SendingTorrentIndicator.h"
+#include "shell/overlay/LoadingIndicator.h"
+#include "shell/overlay/SendingTorrentIndicator.h"
 #include "toolkit/AlertView.h"
 #include "toolkit/Device.h"
 #include "toolkit/Presentation.h"
@@ -49,6 +49,10 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
   [[nodiscard]] LoadingIndicator* loadingIndicator() const;
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
+
+  /// What the Escape key does, whatever has the focus: it closes an alert, else leaves a form that
+  /// covers everything, else goes on from a wait that offers it, else asks the screen on show.
+  Q_INVOKABLE void escape();
 
   /// URL of a resource image, for views.
   Q_INVOKABLE [[nodiscard]] static QString imageUrl(const QString& name);

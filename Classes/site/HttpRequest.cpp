@@ -6,7 +6,6 @@
 #include "Util/Utf.h"
 #include "platform/CookieStorage.h"
 #include "platform/SiteConfiguration.h"
-#include "remote/BitClient.h"
 
 namespace veltramoor {
 namespace {

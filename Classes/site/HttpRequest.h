@@ -9,10 +9,9 @@
 
 #include "platform/Url.h"
 #include "platform/UrlLoading.h"
+#include "site/MultipartUpload.h"
 
 namespace veltramoor {
-
-class BitClient;
 
 /// Separates the parts of a multipart upload: 27 hyphens and 29 digits.
 inline constexpr std::string_view kMultipartBoundary =
@@ -61,9 +60,9 @@ class HttpRequest {
   [[nodiscard]] const std::optional<std::string>& body() const { return body_; }
   void setBody(std::optional<std::string> bytes) { body_ = std::move(bytes); }
 
-  /// On a POST without `body`: the remote client whose multipart upload is the body.
-  [[nodiscard]] const std::shared_ptr<BitClient>& client() const { return client_; }
-  void setClient(std::shared_ptr<BitClient> client) { client_ = std::move(client); }
+  /// On a POST without `body`: whose multipart upload is the body.
+  [[nodiscard]] const std::shared_ptr<MultipartUpload>& client() const { return client_; }
+  void setClient(std::shared_ptr<MultipartUpload> client) { client_ = std::move(client); }
 
   /// Basic authentication, used when the user name is not empty.
   [[nodiscard]] const std::optional<std::string>& username() const { return username_; }
@@ -116,7 +115,7 @@ class HttpRequest {
   std::string type_ = "GET";
   std::optional<std::string> postData_;
   std::optional<std::string> body_;
-  std::shared_ptr<BitClient> client_;
+  std::shared_ptr<MultipartUpload> client_;
   std::optional<std::string> username_;
   std::optional<std::string> password_;
   int timeout_ = 0;

@@ -10,8 +10,7 @@ namespace veltramoor {
 namespace {
 
 void setUpSession() {
-  HttpRequest language(
-      Url::parse("http://" + SiteConfiguration::current().siteHost + "/language/en_EN"));
+  HttpRequest language(Url::parse(SiteConfiguration::current().siteAddress("/language/en_EN")));
   language.request();
   HttpRequest settings(Url::parse(settingsAddress()));
   settings.request();

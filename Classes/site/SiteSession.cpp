@@ -25,11 +25,9 @@ std::string cookieDomain(const std::string& host) {
 
 }  // namespace
 
-std::string settingsAddress() {
-  return "http://" + SiteConfiguration::current().siteHost + "/settings";
-}
+std::string settingsAddress() { return SiteConfiguration::current().siteAddress("/settings"); }
 
-std::string loginAddress() { return "http://" + SiteConfiguration::current().siteHost + "/login"; }
+std::string loginAddress() { return SiteConfiguration::current().siteAddress("/login"); }
 
 bool isLoginHeader(std::string_view page) { return page.find(kLoginForm) != page.npos; }
 

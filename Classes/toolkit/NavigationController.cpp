@@ -103,6 +103,14 @@ void NavigationController::popViewController() {
   showTop();
 }
 
+bool NavigationController::escape() {
+  if (depth() == 1) {
+    return topViewController()->escape();
+  }
+  topViewController()->cancel();
+  return true;
+}
+
 void NavigationController::popToRootViewController() {
   if (depth() < 2) {
     return;

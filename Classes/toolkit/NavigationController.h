@@ -65,6 +65,8 @@ class NavigationController : public veltramoor::ViewController {
   /// Removes the topmost screen; the root stays.
   Q_INVOKABLE void popViewController();
   void popToRootViewController();
+  /// Leaves a pushed screen; the root is asked.
+  bool escape() override;
 
   enum class BarStyle { Default, Black };
   /// To be set before the bar is drawn.

@@ -93,6 +93,17 @@ int TabBarController::selectedSlot() const {
                                     : static_cast<int>(found - controllers.begin());
 }
 
+bool TabBarController::escape() {
+  if (selected_ != nullptr && selected_->escape()) {
+    return true;
+  }
+  if (overflowItem() == nullptr) {
+    return false;
+  }
+  choose(more_.get());
+  return true;
+}
+
 void TabBarController::didSelectSlot(int slot) {
   if (slot >= 0 && slot < bar_.rowCount()) {
     choose(bar_.controllers()[static_cast<std::size_t>(slot)].get());

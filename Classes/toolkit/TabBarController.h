@@ -74,8 +74,9 @@ class TabBarController : public veltramoor::ViewController {
   [[nodiscard]] int selectedSlot() const;
   /// Of the selected screen when it was chosen from the "More" list; else null.
   [[nodiscard]] TabBarItem* overflowItem() const;
-  /// Leads from such a screen back to the list.
-  Q_INVOKABLE void backToMore() { choose(more_.get()); }
+  /// Where the selected screen has nothing to go back to, one from the "More" list leads back
+  /// there.
+  bool escape() override;
   /// The person's tap on a slot of the bar. On the selected one it leads back to the tab's first
   /// screen.
   Q_INVOKABLE void didSelectSlot(int slot);

@@ -54,8 +54,11 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   virtual void viewWillAppear() {}
   virtual void viewDidAppear() {}
   virtual void viewWillDisappear() {}
-  /// Leaves a pushed screen, as its back button and the Escape key do.
+  /// Leaves a pushed screen, as its back button does.
   Q_INVOKABLE virtual void cancel();
+  /// What the Escape key does on this screen; false when it does nothing here. A container asks the
+  /// screen that it shows.
+  virtual bool escape() { return false; }
   /// What a container calls to show the screen: loads it when needed, then `viewWillAppear`.
   void appear();
   /// Whether an operation of this screen, or of one that it contains, is waiting or running.

@@ -1,54 +1,69 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "Commands.h"
 #include "ListOutput.h"
-#include "PreferencesKeys.h"
-#include "lists/FavoriteListViewController.h"
-#include "lists/FilterStore.h"
+#include "lists/listings/FavoriteFetching.h"
+#include "lists/listings/FilterStore.h"
 #include "platform/Preferences.h"
 #include "site/AnonymousUser.h"
 
 namespace veltramoor::cli {
 namespace {
 
-/// The favourites of a category given here instead of the stored one.
-class GivenFavorites final : public FavoriteListViewController {
- public:
-  explicit GivenFavorites(std::optional<std::string> category)
-      : FavoriteListViewController(TableViewStyle::Plain), category_(std::move(category)) {}
-
- private:
-  std::optional<Url> pageUrl(int page) override {
-    return category_ ? urlOf(*category_, page) : FavoriteListViewController::pageUrl(page);
-  }
-
-  std::optional<std::string> category_;
-};
-
 struct FavoritesArguments {
   std::optional<std::string> category;
   std::optional<int> pages;
 };
 
+// What stands between the person and a full list, a line each.
+void explain(const FavoriteFetching& fetching, const FilterSet& filters, bool anyRow) {
+  if (filters.empty()) {
+    fail(kDone, "There are no filters; add one with: filters add REGEX");
+    return;
+  }
+  if (fetching.failed() > 0) {
+    fail(kDone, fmt::format("{} of {} pages did not come.", fetching.failed(), fetching.asked()));
+  }
+  for (const std::string& regex : filters.givenUp()) {
+    fail(kDone, fmt::format("The filter \"{}\" was given up on: it takes too long.", regex));
+  }
+  if (filters.invalid().size() == filters.size()) {
+    fail(kDone, "No filter is a valid expression; see: filters list");
+  } else if (!anyRow) {
+    fail(kDone, "No filter accepts a torrent of these pages.");
+  }
+}
+
 int favorites(Terminal& terminal, const FavoritesArguments& arguments, bool json) {
   becomeAnonymous();
-  const auto list = std::make_shared<GivenFavorites>(arguments.category);
+  FavoriteListing listing;
+  if (arguments.category) {
+    listing.overrideSetting(listing.keys().category, *arguments.category);
+  }
+  listing.setPages(arguments.pages.value_or(listing.pages()));
+  std::vector<Torrent> rows;
+  std::function<void(bool)> end;
+  FavoriteFetching fetching([&](FilteredPage page) {
+    if (page.torrents) {
+      std::ranges::move(acceptedTorrents(std::move(page)), std::back_inserter(rows));
+    }
+    if (fetching.outstanding() == 0) {
+      end(fetching.failed() < fetching.asked());
+    }
+  });
   const bool arrived = terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(list.get(), &FavoriteListViewController::batchLoaded, list.get(), done);
-    list->fetchNextXPages(arguments.pages.value_or(FavoriteListViewController::storedPages()), 0);
+    end = done;
+    fetching.fetch(listing, listing.firstBatch(), nullptr);
   });
   if (!arrived) {
     return failToLoad();
   }
-  const auto& torrents = list->rows()->torrents();
-  printRows(torrents.value_or(std::vector<Torrent>{}), json);
-  if (list->filters().empty()) {
-    fail(kDone, "There are no filters; add one with: filters add REGEX");
-  } else if (!list->notice().isEmpty()) {
-    fail(kDone, list->notice().toStdString());
-  }
+  printRows(rows, json);
+  explain(fetching, *listing.filters(), !rows.empty());
   return kDone;
 }
 

@@ -5,14 +5,14 @@
 
 #include "Commands.h"
 #include "ListOutput.h"
-#include "PreferencesKeys.h"
-#include "Util/NSStringEscaping.h"
-#include "lists/SearchListViewController.h"
-#include "lists/Top100ListViewController.h"
-#include "lists/UploadListViewController.h"
+#include "PageFetch.h"
+#include "lists/listings/RecentListing.h"
+#include "lists/listings/SearchListing.h"
+#include "lists/listings/SiteCodes.h"
+#include "lists/listings/Top100Listing.h"
+#include "lists/listings/UploadListing.h"
 #include "platform/CookieStorage.h"
 #include "platform/SiteConfiguration.h"
-#include "settings/DisplaySettingsTables.h"
 #include "site/AnonymousUser.h"
 #include "site/HttpRequestRegExUserInfo.h"
 #include "site/UserInfo.h"
@@ -29,76 +29,45 @@ struct ListArguments {
   int pages = 1;
 };
 
-/// The keys of the settings that a list's options stand for; empty: the list has no such option.
-struct ListKeys {
-  std::string_view category;
-  std::string_view order;
-  std::string_view sort;
-};
-
-constexpr ListKeys kRecent{PreferencesKeys::recentCategory, PreferencesKeys::recentOrderBy,
-                           PreferencesKeys::recentSortBy};
-constexpr ListKeys kSearch{PreferencesKeys::searchCategory, PreferencesKeys::searchOrderBy,
-                           PreferencesKeys::searchSortBy};
-constexpr ListKeys kTop100{PreferencesKeys::top100Category, {}, {}};
-constexpr ListKeys kUploads{{}, PreferencesKeys::uploadOrderBy, PreferencesKeys::uploadSortBy};
-
-void applyOptions(AllListViewController& list, const ListKeys& keys,
-                  const ListArguments& arguments) {
+void applyOptions(Listing& listing, const ListArguments& arguments) {
+  const ListingKeys& keys = listing.keys();
   const std::array options = {std::pair(keys.category, &arguments.category),
                               std::pair(keys.order, &arguments.order),
                               std::pair(keys.sort, &arguments.sort)};
   for (const auto& [key, option] : options) {
     if (*option) {
-      list.overrideSetting(key, **option);
+      listing.overrideSetting(key, **option);
     }
   }
 }
 
-using Fetch = std::function<void(int page)>;
-
-/// Fetches the pages asked for, one after another, up to the list's end, and prints what came.
-int printPages(Terminal& terminal, AllListViewController& list, const ListArguments& arguments,
-               bool json, const Fetch& fetch) {
-  bool arrived = true;
-  for (int i = 0; i < arguments.pages && arrived && (i == 0 || !list.noMoreTorrents()); ++i) {
-    arrived = terminal.wait([&](const std::function<void(bool)>& done) {
-      QObject::connect(&list, &AllListViewController::pageLoaded, &list, done,
-                       Qt::SingleShotConnection);
-      fetch(arguments.page + i);
-    });
+/// Fetches the pages asked for and prints what came.
+int print(Listing& listing, const ListArguments& arguments, bool json) {
+  applyOptions(listing, arguments);
+  const FetchedPages fetched = fetchPages(listing, arguments.page, arguments.pages);
+  if (fetched.rows) {
+    printRows(*fetched.rows, json);
   }
-  if (const auto& torrents = list.rows()->torrents()) {
-    printRows(*torrents, json);
-  }
-  return arrived ? kDone : failToLoad();
+  return fetched.complete ? kDone : failToLoad();
 }
 
-int printPages(Terminal& terminal, AllListViewController& list, const ListArguments& arguments,
-               bool json) {
-  return printPages(terminal, list, arguments, json, [&list](int page) { list.fetchPage(page); });
+int recent(const ListArguments& arguments, bool json) {
+  RecentListing listing;
+  return print(listing, arguments, json);
 }
 
-int recent(Terminal& terminal, const ListArguments& arguments, bool json) {
-  const auto list = std::make_shared<AllListViewController>(TableViewStyle::Plain);
-  applyOptions(*list, kRecent, arguments);
-  return printPages(terminal, *list, arguments, json);
-}
-
-int search(Terminal& terminal, const ListArguments& arguments, bool json) {
-  const auto list = std::make_shared<SearchListViewController>(TableViewStyle::Plain);
-  applyOptions(*list, kSearch, arguments);
-  list->setSearchString(stringByAddingPercentEscapesInAscii(arguments.query));
-  if (!list->searchString()) {
+int search(const ListArguments& arguments, bool json) {
+  SearchListing listing;
+  listing.search(arguments.query);
+  if (!listing.searchString()) {
     fail(kDone, "The site can be asked in ASCII only; it is asked for \"(null)\".");
   }
-  return printPages(terminal, *list, arguments, json);
+  return print(listing, arguments, json);
 }
 
-int top(Terminal& terminal, const ListArguments& arguments, bool json) {
-  const auto list = std::make_shared<Top100ListViewController>(TableViewStyle::Plain);
-  applyOptions(*list, kTop100, arguments);
-  return printPages(terminal, *list, arguments, json, [&list](int) { list->fetchTop100List(); });
+int top(const ListArguments& arguments, bool json) {
+  Top100Listing listing;
+  return print(listing, arguments, json);
 }
 
 /// Whom the cookies of an earlier run sign in. False when the site did not answer.
@@ -107,8 +76,7 @@ bool readUserInfo() {
   if (std::ranges::none_of(cookies, [](const Cookie& cookie) { return cookie.name == "uid"; })) {
     return true;
   }
-  HttpRequest settings(
-      Url::parse(fmt::format("http://{}/settings", SiteConfiguration::current().siteHost)));
+  HttpRequest settings(SiteConfiguration::current().siteUrl("/settings"));
   settings.request();
   HttpRequestRegExUserInfo user;
   user.setResponseData(settings.responseData());
@@ -116,16 +84,15 @@ bool readUserInfo() {
   return settings.isResponseValid();
 }
 
-int uploads(Terminal& terminal, const ListArguments& arguments, bool json) {
+int uploads(const ListArguments& arguments, bool json) {
   if (!readUserInfo()) {
     return failToLoad();
   }
   if (UserInfo::sharedInstance().username() == "Anonymous") {
     fail(kDone, "Nobody is signed in.");
   }
-  const auto list = std::make_shared<UploadListViewController>(TableViewStyle::Plain);
-  applyOptions(*list, kUploads, arguments);
-  return printPages(terminal, *list, arguments, json);
+  UploadListing listing;
+  return print(listing, arguments, json);
 }
 
 std::vector<std::string> categoryCodes() {
@@ -150,10 +117,11 @@ void offer(CLI::Option* option, const std::vector<SettingChoice>& choices) {
   option->description(option->get_description() + ": " + names + ", or the site's code");
 }
 
-using Run = int (*)(Terminal& terminal, const ListArguments& arguments, bool json);
+using Run = int (*)(const ListArguments& arguments, bool json);
 
 CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const char* what,
-                  const ListKeys& keys, Run run, const std::shared_ptr<ListArguments>& arguments) {
+                  const ListingKeys& keys, Run run,
+                  const std::shared_ptr<ListArguments>& arguments) {
   CLI::App* command = app.add_subcommand(name, what);
   if (!keys.category.empty()) {
     command
@@ -170,9 +138,9 @@ CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const cha
         ->check(CLI::Range(0, 1000000));
     command->add_option("--pages", arguments->pages, "How many pages")->check(CLI::Range(1, 1000));
   }
-  commands.push_back({command, [run, arguments](Terminal& terminal, bool json) {
+  commands.push_back({command, [run, arguments](Terminal&, bool json) {
                         becomeAnonymous();
-                        return run(terminal, *arguments, json);
+                        return run(*arguments, json);
                       }});
   return command;
 }
@@ -182,15 +150,16 @@ CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const cha
 void addListCommands(CLI::App& app, Commands& commands) {
   const auto fresh = [] { return std::make_shared<ListArguments>(); };
   addList(app, commands, "recent", "List the most recent torrents, in a category by your order",
-          kRecent, recent, fresh());
+          RecentListing().keys(), recent, fresh());
   const auto query = fresh();
-  addList(app, commands, "search", "List what the site finds", kSearch, search, query)
+  addList(app, commands, "search", "List what the site finds", SearchListing().keys(), search,
+          query)
       ->add_option("query", query->query, "What to look for")
       ->check(utf8())
       ->required();
-  addList(app, commands, "top", "List the 100 torrents with the most seeders", kTop100, top,
-          fresh());
-  addList(app, commands, "uploads", "List your uploads", kUploads, uploads, fresh());
+  addList(app, commands, "top", "List the 100 torrents with the most seeders",
+          Top100Listing().keys(), top, fresh());
+  addList(app, commands, "uploads", "List your uploads", UploadListing().keys(), uploads, fresh());
 }
 
 }  // namespace veltramoor::cli

@@ -45,13 +45,23 @@ void printRows(const std::vector<Torrent>& torrents, bool json) {
   }
 }
 
+int noSuchRow(int page, int row, std::size_t rows) {
+  return fail(kWrongUsage, rows == 0 ? fmt::format("Page {} has no rows.", page)
+                                     : fmt::format("Page {} has no row {}; its rows are 1 to {}.",
+                                                   page, row, rows));
+}
+
+int failWithoutSite() {
+  return fail(kRefused, fmt::format("No site is set. Give --site-host, or set site-host in {}.",
+                                    SiteConfiguration::defaultFile().string()));
+}
+
 int failToLoad() {
   const std::string& host = SiteConfiguration::current().siteHost;
-  return fail(kRefused,
-              host.empty()
-                  ? fmt::format("No site is set. Give --site-host, or set site-host in {}.",
-                                SiteConfiguration::defaultFile().string())
-                  : fmt::format("The site {} did not answer. Check the connection.", host));
+  return host.empty()
+             ? failWithoutSite()
+             : fail(kRefused,
+                    fmt::format("The site {} did not answer. Check the connection.", host));
 }
 
 }  // namespace veltramoor::cli

@@ -2,14 +2,15 @@
 
 #include <nlohmann/json.hpp>
 
-#include <QUrl>
-#include <QUrlQuery>
 #include <algorithm>
 #include <charconv>
 
 #include "Commands.h"
 #include "ListOutput.h"
+#include "PageFetch.h"
 #include "Util/NSStringEscaping.h"
+#include "Util/Utf.h"
+#include "lists/listings/RecentListing.h"
 #include "platform/Preferences.h"
 #include "remote/DownloadHistory.h"
 #include "remote/FetchPageDownload.h"
@@ -25,19 +26,6 @@ struct SendArguments {
   int page = 0;
 };
 
-std::shared_ptr<AllListViewController> recentList() {
-  becomeAnonymous();
-  return std::make_shared<AllListViewController>(TableViewStyle::Plain);
-}
-
-bool load(Terminal& terminal, AllListViewController& list, int page) {
-  return terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(&list, &AllListViewController::pageLoaded, &list, done,
-                     Qt::SingleShotConnection);
-    list.fetchPage(page);
-  });
-}
-
 std::optional<int> rowNumber(const std::string& text) {
   int row = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), row);
@@ -46,12 +34,22 @@ std::optional<int> rowNumber(const std::string& text) {
 }
 
 // The link's own display name, or the link.
-std::string nameOfMagnet(const std::string& magnet) {
-  // In a link's query a plus stands for a blank.
-  const QUrlQuery query(
-      QUrl(QString::fromStdString(magnet).replace(QLatin1Char('+'), QStringLiteral("%20"))));
-  const QString name = query.queryItemValue(QStringLiteral("dn"), QUrl::FullyDecoded);
-  return name.isEmpty() ? magnet : name.toStdString();
+std::string nameOfMagnet(std::string_view magnet) {
+  constexpr std::string_view kItem = "dn=";
+  std::string_view query = magnet.substr(std::min(magnet.find('?'), magnet.size()));
+  while (!query.empty()) {
+    query.remove_prefix(1);
+    const std::string_view item = query.substr(0, query.find('&'));
+    if (item.starts_with(kItem)) {
+      std::string name(item.substr(kItem.size()));
+      // In a link's query a plus stands for a blank.
+      std::ranges::replace(name, '+', ' ');
+      name = stringByReplacingPercentEscapes(name);
+      return name.empty() || !isValidUtf8(name) ? std::string(magnet) : name;
+    }
+    query.remove_prefix(item.size());
+  }
+  return std::string(magnet);
 }
 
 int reportSend(const Terminal& terminal, bool sent, const std::string& name, bool json) {
@@ -69,35 +67,32 @@ int reportSend(const Terminal& terminal, bool sent, const std::string& name, boo
   return kDone;
 }
 
-int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool json) {
-  const auto list = recentList();
-  if (!load(terminal, *list, arguments.page)) {
-    return failToLoad();
-  }
-  const auto& torrents = *list->rows()->torrents();
-  if (row < 1 || row > static_cast<int>(torrents.size())) {
-    return fail(kWrongUsage, fmt::format("Page {} has no row {}; its rows are 1 to {}.",
-                                         arguments.page, row, torrents.size()));
-  }
-  const std::string name = torrents[static_cast<std::size_t>(row) - 1].name;
+int sendTo(Terminal& terminal, std::optional<Url> link, const std::string& name, bool json) {
+  OperationQueue queue(1);
   const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    QObject::connect(list.get(), &AllListViewController::sendFinished, list.get(), done,
-                     Qt::SingleShotConnection);
-    list->didTapDownloadButton(row - 1);
+    queue.addOperation(std::make_shared<FetchPageDownload>(
+        std::move(link), name,
+        [done](const std::optional<std::string>& accepted) { done(accepted.has_value()); }));
   });
   return reportSend(terminal, sent, name, json);
 }
 
+int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool json) {
+  becomeAnonymous();
+  const auto torrents = fetchRows(RecentListing().pageUrl(arguments.page));
+  if (!torrents) {
+    return failToLoad();
+  }
+  if (row < 1 || row > static_cast<int>(torrents->size())) {
+    return noSuchRow(arguments.page, row, torrents->size());
+  }
+  const Torrent& torrent = (*torrents)[static_cast<std::size_t>(row) - 1];
+  return sendTo(terminal, Url::parse(torrent.downloadUrl), torrent.name, json);
+}
+
 int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
-  const std::string link = stringByAddingPercentEscapes(arguments.what);
-  const std::string name = arguments.name.value_or(nameOfMagnet(arguments.what));
-  OperationQueue queue(1);
-  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    queue.addOperation(std::make_shared<FetchPageDownload>(
-        Url::parse(link), name,
-        [done](const std::optional<std::string>& accepted) { done(accepted.has_value()); }));
-  });
-  return reportSend(terminal, sent, name, json);
+  return sendTo(terminal, Url::parse(stringByAddingPercentEscapes(arguments.what)),
+                arguments.name.value_or(nameOfMagnet(arguments.what)), json);
 }
 
 int send(Terminal& terminal, const SendArguments& arguments, bool json) {

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Commands.h"
+#include "ListOutput.h"
 #include "PasswordPrompt.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/UrlLoading.h"
@@ -41,14 +42,9 @@ int tell(bool json) {
   return kDone;
 }
 
-int noSite() {
-  return fail(kRefused, fmt::format("No site is set. Give --site-host, or set site-host in {}.",
-                                    SiteConfiguration::defaultFile().string()));
-}
-
 int login(Terminal& terminal, const std::string& username, bool json) {
   if (SiteConfiguration::current().siteHost.empty()) {
-    return noSite();
+    return failWithoutSite();
   }
   const std::optional<std::string> password = readPassword();
   if (!password) {
@@ -61,7 +57,7 @@ int login(Terminal& terminal, const std::string& username, bool json) {
 
 int whoami(Terminal& terminal, bool json) {
   if (SiteConfiguration::current().siteHost.empty()) {
-    return noSite();
+    return failWithoutSite();
   }
   const Page page = exchange<FetchPageLoginCheck>(terminal, settingsAddress());
   if (!page->isResponseValid()) {

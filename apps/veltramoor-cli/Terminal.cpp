@@ -2,40 +2,22 @@
 
 #include <fmt/format.h>
 
-#include <QCoreApplication>
-#include <QEventLoop>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
-#include "platform/MainThread.h"
-
 namespace veltramoor::cli {
 
-Terminal::Terminal() {
-  MainThread::attach([](MainThread::Task task) {
-    QMetaObject::invokeMethod(qApp, std::move(task), Qt::QueuedConnection);
-  });
-  Alerts::setPresenter(this);
-}
+Terminal::Terminal() { Alerts::setPresenter(this); }
 
-Terminal::~Terminal() {
-  Alerts::setPresenter(nullptr);
-  MainThread::close();
-}
+Terminal::~Terminal() { Alerts::setPresenter(nullptr); }
 
 void Terminal::show(Alert alert) { alertText_ = alert.title + " " + alert.message; }
 
 bool Terminal::wait(const std::function<void(const std::function<void(bool)>&)>& begin) {
-  QEventLoop loop;
   std::optional<bool> outcome;
-  begin([&](bool done) {
-    outcome = done;
-    loop.quit();
-  });
-  if (!outcome) {
-    loop.exec();
-  }
-  return outcome.value_or(false);
+  begin([&](bool done) { outcome = done; });
+  loop_.runUntil([&] { return outcome.has_value(); });
+  return *outcome;
 }
 
 int fail(int status, std::string_view line) {

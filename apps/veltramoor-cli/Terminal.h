@@ -1,15 +1,14 @@
-// The controllers' surroundings in a terminal.
+// What commands have in common: the main thread, its alerts, the exit statuses, plain lines.
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "lists/AllListViewController.h"
 #include "platform/Alerts.h"
+#include "platform/RunLoop.h"
 
 namespace veltramoor::cli {
 
@@ -18,8 +17,7 @@ inline constexpr int kDone = 0;
 inline constexpr int kRefused = 1;
 inline constexpr int kWrongUsage = 2;
 
-/// The main thread and its alerts while a command runs. One in a process, after the application
-/// object.
+/// The main thread and its alerts while a command runs. One in a process.
 class Terminal final : public AlertPresenter {
  public:
   Terminal();
@@ -29,10 +27,11 @@ class Terminal final : public AlertPresenter {
   void show(Alert alert) override;
   [[nodiscard]] const std::optional<std::string>& alertText() const { return alertText_; }
 
-  /// Runs the event loop until `begin`'s argument is called with the outcome.
+  /// Runs the main thread until `begin`'s argument is called with the outcome.
   bool wait(const std::function<void(const std::function<void(bool)>&)>& begin);
 
  private:
+  RunLoop loop_;
   std::optional<std::string> alertText_;
 };
 

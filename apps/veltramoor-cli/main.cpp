@@ -2,13 +2,11 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <QGuiApplication>
 
 #include "Commands.h"
 #include "platform/Bundle.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
-#include "toolkit/SharedInstances.h"
 
 namespace {
 
@@ -77,13 +75,6 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // The controllers measure texts, which needs the graphical application object but no display.
-  // What it has to say of its surroundings is no answer to a command.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-  int noArguments = 1;
-  QGuiApplication application(noArguments, argv);
-  const veltramoor::SharedInstances sharedInstances;
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

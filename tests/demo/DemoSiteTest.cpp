@@ -17,6 +17,7 @@
 #include "demo/Vocabulary.h"
 #include "demo/Wording.h"
 #include "regex/RegexKitLiteAdditions.h"
+#include "support/Places.h"
 
 namespace veltramoor {
 namespace {
@@ -331,7 +332,7 @@ TEST(DemoSiteTest, ManyClientsAtOnceAndGzip) {
 }
 
 TEST(DemoSiteTest, TheProgramSaysWhereItListensAndEndsWithItsInputOrAtASignal) {
-  const std::string program = VELTRAMOOR_BIN_DIR "/veltramoor-demo-site";
+  const std::string program = test::program("veltramoor-demo-site");
   if (!std::filesystem::exists(program)) {
     GTEST_SKIP() << program << " is not built";
   }

@@ -1,9 +1,0 @@
-#include "shell/ApplicationWindow.h"
-
-#include "toolkit/SharedInstances.h"
-
-namespace veltramoor {
-
-View* applicationWindow() { return &SharedInstances::of<View>(); }
-
-}  // namespace veltramoor

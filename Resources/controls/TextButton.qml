@@ -1,0 +1,31 @@
+import QtQuick
+import Veltramoor
+
+// A button with its name on a plate; the filled one is what the screen is for.
+Pressable {
+    id: root
+
+    property bool filled: false
+
+    height: Theme.touchTarget
+    ringColor: filled ? Theme.textStrong : Theme.accent
+
+    Rectangle {
+        z: -1
+        anchors { fill: parent; margins: 2 }
+        radius: 6
+        color: root.filled ? Theme.accent : Theme.raised
+    }
+
+    Text {
+        anchors { fill: parent; margins: 8 }
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 10
+        text: root.label
+        textFormat: Text.PlainText
+        color: root.filled ? Theme.accentText : Theme.accent
+        font { family: Theme.fontFamily; pixelSize: 16; bold: true }
+    }
+}

@@ -1,0 +1,126 @@
+import QtQuick
+import Veltramoor
+
+// Kind, address and credentials of the person's BitTorrent client, and a button that tries them.
+FocusScope {
+    id: root
+    objectName: "serverSettings"
+    focus: true
+
+    required property ServerSettingsViewController controller
+
+    // Known before the field that lost the focus hears of it: whether another control took it, or
+    // another window, or whether it is free to move on.
+    readonly property Item focused: Window.activeFocusItem
+    onFocusedChanged: controller.focusTaken = !focused || focused.activeFocusOnTab
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.ground
+    }
+
+    FormScroll {
+        id: scroll
+        objectName: "serverSettingsScroll"
+        anchors.fill: parent
+        contentHeight: root.controller.contentHeight
+
+        Connections {
+            target: root.controller
+            function onScrollToFieldRequested(field: TextField): void {
+                for (const shown of [address, port, user, password]) {
+                    if (shown.field === field)
+                        scroll.show(shown, 30)
+                }
+            }
+        }
+
+        Item {
+            id: form
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.min(scroll.width, Theme.formWidth) - 40
+
+            Segments {
+                objectName: "serverClient"
+                y: 20
+                width: parent.width
+                height: 36
+                label: qsTr("Client")
+                control: root.controller.serverClient
+                focus: true
+            }
+
+            SetupText {
+                objectName: "serverDescription"
+                y: 68
+                width: parent.width
+                height: 196
+                text: root.controller.serverDescription
+            }
+
+            LabelledField {
+                id: address
+                objectName: "serverAddress"
+                y: 276
+                width: parent.width - port.width - 12
+                label: qsTr("Address")
+                placeholder: qsTr("192.168.1.2")
+                hints: Qt.ImhUrlCharactersOnly | Qt.ImhNoPredictiveText
+                field: root.controller.serverAddress
+            }
+            LabelledField {
+                id: port
+                objectName: "serverPort"
+                anchors.right: parent.right
+                y: 276
+                width: 84
+                label: qsTr("Port")
+                hints: Qt.ImhPreferNumbers
+                field: root.controller.serverPort
+            }
+            LabelledField {
+                id: user
+                objectName: "serverUser"
+                y: 350
+                width: parent.width
+                label: qsTr("User name")
+                placeholder: qsTr("None")
+                field: root.controller.serverUser
+            }
+            LabelledField {
+                id: password
+                objectName: "serverPassword"
+                y: 424
+                width: parent.width
+                label: qsTr("Password")
+                placeholder: qsTr("None")
+                secret: true
+                field: root.controller.serverPassword
+            }
+
+            Pressable {
+                objectName: "testButton"
+                y: 512
+                width: parent.width
+                height: Theme.touchTarget
+                label: root.controller.testButton.title
+                enabled: root.controller.testButton.enabled
+                onClicked: root.controller.test()
+
+                Rectangle {
+                    z: -1
+                    anchors { fill: parent; margins: 2 }
+                    radius: 6
+                    color: Theme.raised
+                }
+                Text {
+                    anchors.centerIn: parent
+                    text: root.controller.testButton.title
+                    textFormat: Text.PlainText
+                    color: Theme.accent
+                    font { family: Theme.fontFamily; pixelSize: 16; bold: true }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,205 @@
+// The list of what was sent, and deleting from it.
+#include "lists/HistoryListViewController.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <algorithm>
+#include <numeric>
+
+#include "remote/DownloadHistory.h"
+#include "support/Application.h"
+
+namespace veltramoor {
+namespace {
+
+using test::Application;
+using test::itemNamed;
+using test::waitFor;
+
+/// One letter an entry, for short.
+std::vector<std::string> letters(std::string_view text) {
+  std::vector<std::string> names;
+  for (const char letter : text) {
+    names.emplace_back(1, letter);
+  }
+  return names;
+}
+
+class HistoryListTest : public test::ScreenTest {
+ protected:
+  void store(std::string_view text) {
+    store_.setArray("Veltramoor_torrentHistory", letters(text));
+    list_->reloadHistory();
+  }
+  [[nodiscard]] static std::string stored() {
+    const std::vector<std::string> names = DownloadHistory::names();
+    return std::accumulate(names.begin(), names.end(), std::string());
+  }
+  /// What the rows read, from the top.
+  [[nodiscard]] std::string shown() const {
+    std::string text;
+    for (int row = 0; row < list_->rows()->rowCount(); ++row) {
+      const QModelIndex index = list_->rows()->index(row);
+      text += index.data(HistoryTableModel::NameRole).toString().toStdString();
+    }
+    return text;
+  }
+  void remove(int row) {
+    list_->commitEditingStyle(HistoryListViewController::EditingStyleDelete, row);
+  }
+
+  // Gone in tests of the window, which has its own.
+  std::optional<VeltramoorAppDelegate> delegate_{std::in_place};
+  std::shared_ptr<HistoryListViewController> list_ =
+      std::make_shared<HistoryListViewController>(TableViewStyle{});
+  QAbstractItemModelTester tester_{list_->rows(),
+                                   QAbstractItemModelTester::FailureReportingMode::Warning};
+};
+
+TEST_F(HistoryListTest, ReadsTheStoredHistoryNewestFirstAtEachAppearance) {
+  EXPECT_EQ(list_->tabBarItem()->title(), QStringLiteral("D/l History"));
+  EXPECT_EQ(list_->tabBarItem()->image(), QStringLiteral("tabbar-snatch.png"));
+  EXPECT_EQ(list_->rows()->rowCount(), 0);
+  EXPECT_FALSE(list_->notice().isEmpty());
+  const QSignalSpy resets(list_->rows(), &QAbstractItemModel::modelReset);
+  for (const std::string_view history :
+       {"abc", "abcd", "abcda", "bcda", "cabdd", "", "aaa", "aa", "xyz", "zyx", "qzyqxq", "q"}) {
+    store_.setArray("Veltramoor_torrentHistory", letters(history));
+    list_->viewWillAppear();
+    EXPECT_EQ(shown(), std::string(history.rbegin(), history.rend()));
+    EXPECT_EQ(list_->notice().isEmpty(), !history.empty());
+  }
+  EXPECT_TRUE(resets.isEmpty());
+  // The 51st send: one row comes, one goes.
+  store("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWX");
+  QSignalSpy inserted(list_->rows(), &QAbstractItemModel::rowsInserted);
+  QSignalSpy removed(list_->rows(), &QAbstractItemModel::rowsRemoved);
+  DownloadHistory::append("Y");
+  list_->viewWillAppear();
+  EXPECT_EQ(inserted.size(), 1);
+  EXPECT_EQ(removed.size(), 1);
+  EXPECT_EQ(shown().front(), 'Y');
+  EXPECT_EQ(shown().size(), 50U);
+}
+
+TEST_F(HistoryListTest, DeletesFromTheStoreWhatTheRowShowsAndFromTheCopyItsMirrorImage) {
+  struct Case {
+    const char* history;
+    std::vector<int> rows;
+    const char* stored;
+    const char* shown;
+  };
+  for (const Case& one : {
+           Case{"abc", {0}, "ab", "cb"},
+           Case{"abc", {1}, "ac", "ca"},
+           Case{"abc", {2}, "bc", "ba"},
+           Case{"a", {0}, "", ""},
+           Case{"abcd", {0, 0}, "abd", "dc"},
+           Case{"aba", {0}, "ab", "ab"},
+           Case{"abc", {3}, "abc", "cba"},
+           Case{"abc", {-1}, "abc", "cba"},
+       }) {
+    SCOPED_TRACE(one.history + testing::PrintToString(one.rows));
+    store(one.history);
+    for (std::size_t i = 0; i < one.rows.size(); ++i) {
+      remove(one.rows[i]);
+      if (i == 0 && one.rows.size() > 1) {
+        EXPECT_EQ(stored(), "abc");
+        EXPECT_EQ(shown(), "dcb");
+        DownloadHistory::append("d");  // a send in between
+      }
+    }
+    EXPECT_EQ(stored(), one.stored);
+    EXPECT_EQ(shown(), one.shown);
+    list_->viewWillAppear();
+    const std::string history = stored();
+    EXPECT_EQ(shown(), std::string(history.rbegin(), history.rend())) << "right when read anew";
+  }
+  store("ab");
+  list_->commitEditingStyle(HistoryListViewController::EditingStyleInsert, 0);
+  list_->commitEditingStyle(HistoryListViewController::EditingStyleNone, 0);
+  EXPECT_EQ(stored(), "ab");
+  // A store that another program has shortened meanwhile.
+  store_.setArray("Veltramoor_torrentHistory", {});
+  remove(0);
+  EXPECT_EQ(stored(), "");
+  EXPECT_EQ(shown(), "b");
+}
+
+class HistoryWindowTest : public HistoryListTest {
+ protected:
+  // Rows that went are drawn until the next frame, and those below them stand where they stood.
+  QQuickItem* rowItem(const Application& app, int row) {
+    QQuickItem* found = nullptr;
+    EXPECT_TRUE(waitFor([&] {
+      const auto drawn =
+          app.item("historyTable")->property("contentItem").value<QQuickItem*>()->childItems();
+      if (std::ranges::count(drawn, QStringLiteral("historyRow"), &QObject::objectName) !=
+          list_->rows()->rowCount()) {
+        return false;
+      }
+      QMetaObject::invokeMethod(app.item("historyTable"), "itemAtIndex",
+                                Q_RETURN_ARG(QQuickItem*, found), Q_ARG(int, row));
+      return found != nullptr && found->y() == 37 * row;
+    }));
+    return found;
+  }
+  void swipe(const Application& app, int row, double from, double to) {
+    const QQuickItem* item = rowItem(app, row);
+    const auto at = [&](double x) { return item->mapToScene(QPointF(x, 18)).toPoint(); };
+    QTest::mousePress(app.window(), Qt::LeftButton, {}, at(from));
+    for (double x = from; x > to; x -= 10) {
+      QTest::mouseMove(app.window(), at(x));
+    }
+    QTest::mouseMove(app.window(), at(to));
+    QTest::mouseRelease(app.window(), Qt::LeftButton, {}, at(to));
+  }
+};
+
+TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
+  store("abcde");
+  delegate_.reset();
+  Application app(std::make_shared<NavigationController>(list_));
+  ASSERT_TRUE(app.waitForItem("historyList"));
+  EXPECT_FALSE(app.item("navigationBar")->isVisible());
+  EXPECT_EQ(rowItem(app, 1)->y(), 37);
+  EXPECT_EQ(itemNamed(rowItem(app, 0), QStringLiteral("historyName"))->property("text"),
+            QStringLiteral("e"));
+
+  app.type(Qt::Key_Delete);
+  EXPECT_EQ(stored(), "abcde") << "no row is current yet";
+  app.type(Qt::Key_Home);
+  app.type(Qt::Key_Down);
+  app.type(Qt::Key_Down);
+  app.hold(Qt::Key_Delete);
+  EXPECT_EQ(stored(), "abde") << "one entry, however long the key is held";
+  EXPECT_EQ(app.item("historyTable")->property("currentIndex").toInt(), 2);
+
+  list_->viewWillAppear();
+  swipe(app, 0, 200, 180);
+  EXPECT_EQ(stored(), "abde") << "a short swipe springs back";
+  swipe(app, 0, 200, 100);
+  EXPECT_EQ(stored(), "abde");
+  QQuickItem* button = itemNamed(rowItem(app, 0), QStringLiteral("deleteButton"));
+  ASSERT_TRUE(waitFor(
+      [&] { return itemNamed(rowItem(app, 0), QStringLiteral("historyPlate"))->x() == -88; }));
+  app.click(rowItem(app, 1));
+  ASSERT_TRUE(waitFor([&] { return !button->isVisible(); })) << "a tap elsewhere shuts it";
+  EXPECT_EQ(stored(), "abde");
+  swipe(app, 0, 200, 100);
+  ASSERT_TRUE(waitFor([&] { return button->isVisible(); }));
+  app.click(button);
+  EXPECT_EQ(stored(), "abd");
+
+  list_->viewWillAppear();
+  swipe(app, 1, 350, 20);
+  EXPECT_EQ(stored(), "ad") << "a full swipe deletes at once";
+  EXPECT_EQ(shown(), "da") << "which is the middle row";
+  remove(0);
+  remove(0);
+  EXPECT_TRUE(app.item("listNotice")->isVisible());
+  EXPECT_TRUE(site_.log().empty());
+}
+
+}  // namespace
+}  // namespace veltramoor
