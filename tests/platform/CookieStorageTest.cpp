@@ -95,12 +95,24 @@ TEST(CookieStorageTest, KeepsEveryFieldAndRefusesWhatItCannotHold) {
             "a=@host.example/x y");
   EXPECT_EQ(kept[0].expires, kFarFuture);
   EXPECT_TRUE(kept[0].secure && kept[0].httpOnly);
+  // No path is the root's: these two are one cookie.
+  store.insert({.name = "b", .value = "1", .domain = "host.example", .path = ""});
+  store.insert({.name = "b", .value = "2", .domain = "host.example"});
+  EXPECT_EQ(listing(store), "host.example/x y a=\nhost.example/ b=2\n");
 }
 
 TEST(CookieStorageTest, ErasesByExactDomainAndName) {
   CookieStorage store(std::nullopt);
-  for (const char* domain :
-       {".site.example", "site.example", ".www.site.example", ".other.example"}) {
+  // A part, an end or a beginning in common is no equality.
+  const std::vector<std::string> others = {".www.site.example", "notsite.example",
+                                           "site.example.org", "example", ".other.example"};
+  std::string left;
+  for (const std::string& domain : others) {
+    left += domain + "/ uid=1\n" + domain + "/ language=1\n";
+  }
+  std::vector<std::string> domains = {".site.example", "site.example"};
+  domains.insert(domains.end(), others.begin(), others.end());
+  for (const std::string& domain : domains) {
     for (const char* name : {"uid", "language"}) {
       store.insert({.name = name, .value = "1", .domain = domain, .httpOnly = name[0] == 'u'});
     }
@@ -109,10 +121,9 @@ TEST(CookieStorageTest, ErasesByExactDomainAndName) {
   store.insert({.name = "uid", .value = "1", .domain = ".site.example", .path = "noslash"});
   EXPECT_EQ(store.erase({".SITE.example", "site.example"}, "language"), 2U);
   EXPECT_EQ(store.erase({".site.example", "site.example"}, "Uid"), 0U);
-  EXPECT_EQ(store.erase({".site.example", "site.example", "captcha.example"}), 4U);
-  EXPECT_EQ(listing(store),
-            ".www.site.example/ uid=1\n.www.site.example/ language=1\n.other.example/ "
-            "uid=1\n.other.example/ language=1\n");
+  EXPECT_EQ(store.erase({"site.example"}), 1U) << "a leading dot tells two domains apart";
+  EXPECT_EQ(store.erase({".site.example", "captcha.example"}), 3U);
+  EXPECT_EQ(listing(store), left);
 }
 
 TEST(CookieStorageTest, TheCookieOfACompoundStepIsNeverMissing) {
@@ -213,6 +224,9 @@ TEST(CookieStorageTest, WhatAnAnswerSetsIsStoredInItsOrderAndSentByItsRules) {
   EXPECT_EQ(listing(store), host + "/ z=1\n" + host + "/ b=1\n" + host + "/deep b=2\n" + host +
                                 "/ y=1\n" + host + "/ a=1\n");
   EXPECT_EQ(sentTo("/deep/er").substr(0, 4), "b=2;");
+  // What one host deletes or sets anew is nothing to another's of the same name.
+  store.insert({.name = "y", .value = "0", .domain = "other.example"});
+  store.insert({.name = "z", .value = "0", .domain = "other.example"});
   // A path that has no slash to begin with is the root's, whichever came first; one at its end is
   // nothing.
   set = {"Set-Cookie: z=2; Path=noslash", "Set-Cookie: b=3; Path=/deep/",
@@ -238,6 +252,7 @@ TEST(CookieStorageTest, WhatAnAnswerSetsIsStoredInItsOrderAndSentByItsRules) {
   EXPECT_EQ(sentTo("/"), "");
   EXPECT_EQ(sentTo("/app"), "q=2");
   EXPECT_EQ(store.erase({host}), 1U);
+  EXPECT_EQ(listing(store), "other.example/ y=0\nother.example/ z=0\nother.example/ other=1\n");
 }
 
 TEST(CookieStorageTest, KeepsOneOfANameWhoeverSetAnother) {
@@ -251,7 +266,10 @@ TEST(CookieStorageTest, KeepsOneOfANameWhoeverSetAnother) {
                    {.name = "language", .value = "en_EN", .domain = ".127.0.0.1"});
     return listing(store);
   };
-  const std::string english = ".127.0.0.1/ language=en_EN\n";
+  store.insert({.name = "language", .value = "de", .domain = "other.example"});
+  store.insert({.name = "uid", .value = "1", .domain = "127.0.0.1"});
+  const std::string english =
+      "other.example/ language=de\n127.0.0.1/ uid=1\n.127.0.0.1/ language=en_EN\n";
   EXPECT_EQ(keepEnglish(), english);
   EXPECT_EQ(keepEnglish(), english);
   for (const std::string other :
@@ -278,7 +296,7 @@ TEST(CookieStorageTest, ARestartLosesNothing) {
   std::string before;
   {
     CookieStorage store(file);
-    store.insert({.name = "z", .value = "0", .domain = ".z.example"});
+    store.insert({.name = "z", .value = "0", .domain = ".z.example", .path = ""});
     store.insert({.name = "a", .value = "", .domain = "a.example", .expires = kFarFuture});
     UrlLoading loading(store);
     ASSERT_TRUE(loading.send(requestTo(server.url("/p"))).response);

@@ -89,9 +89,17 @@ TEST(StateFile, IsPrivateWhateverTheMaskAndWhateverWasThere) {
   }
   EXPECT_GE(files, 2U) << "the journal is there too while the file is open";
 
-  ASSERT_EQ(chmod(file.c_str(), 0644), 0);
-  EXPECT_EQ(storedCookies(*openStateFile(file).database), "one");
-  EXPECT_EQ(modeOf(file), 0600U);
+  // What an older file and its journals let others read is closed to them.
+  const std::vector<std::string> suffixes = {"", "-wal", "-shm", "-journal"};
+  write(file.string() + "-journal", "");
+  for (const std::string& suffix : suffixes) {
+    ASSERT_EQ(chmod((file.string() + suffix).c_str(), 0644), 0) << suffix;
+  }
+  const OpenedStateFile again = openStateFile(file);
+  EXPECT_EQ(storedCookies(*again.database), "one");
+  for (const std::string& suffix : suffixes) {
+    EXPECT_EQ(modeOf(file.string() + suffix), 0600U) << suffix;
+  }
 }
 
 // Closing a descriptor of a file drops the process's locks on it: opening a second time must not
@@ -129,12 +137,20 @@ TEST(StateFile, ADamagedFileIsSetAsideWhole) {
     foreign.exec("CREATE TABLE notes (text TEXT); INSERT INTO notes VALUES ('mine')");
   }
   std::string foreign = contentOf(folder / "foreign.sqlite");
-  const std::vector<std::pair<std::string, std::string>> cases{
+  std::vector<std::pair<std::string, std::string>> cases{
       {"text", "this is no database, and longer than a hundred bytes: " + std::string(200, '.')},
       {"short text", "x"},
       {"cut off", good.substr(0, good.size() / 2)},
       {"a page changed", flipped},
       {"another program's", foreign}};
+  // Of our version, and yet not ours.
+  for (const std::string change :
+       {"DROP TABLE preferences", "DROP TABLE preference_elements", "DROP TABLE cookies",
+        "ALTER TABLE cookies RENAME COLUMN line TO text"}) {
+    const fs::path changed = folder / std::to_string(cases.size());
+    openStateFile(changed).database->exec(change);
+    cases.emplace_back(change, contentOf(changed));
+  }
   for (const auto& [name, content] : cases) {
     const TemporaryFolder own;
     const fs::path file = own / "state.sqlite";

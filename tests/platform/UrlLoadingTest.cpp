@@ -223,6 +223,43 @@ TEST_F(UrlLoadingTest, WhatProvesSomethingToOneOriginNeverReachesAnother) {
   EXPECT_EQ(cookies_.cookies().front().domain, "127.0.0.1");
 }
 
+TEST_F(UrlLoadingTest, ABodyIsNeverHandedToAnotherOrigin) {
+  const RawServer stranger([](const auto&) { return RawServer::response(200); });
+  std::string location;
+  const RawServer server([&location](const RecordedRequest& request) {
+    return request.target == "/end" ? RawServer::response(200)
+                                    : RawServer::response(std::stoi(request.target.substr(1)),
+                                                          "moved", {"Location: " + location});
+  });
+  const std::string otherPort = stranger.url("/end");
+  const std::string otherHost = "http://localhost:" + std::to_string(server.port()) + "/end";
+  const std::string otherScheme = "https://" + server.hostAndPort() + "/end";
+  for (const std::string& target : {otherPort, otherHost, otherScheme}) {
+    location = target;
+    for (const auto& [status, method] : {std::pair{307, "POST"}, std::pair{308, "POST"},
+                                         std::pair{307, "PUT"}, std::pair{301, "PUT"}}) {
+      UrlRequest request = postTo(server.url("/" + std::to_string(status)), "password=secret");
+      request.method = method;
+      request.timeoutInterval = 2s;  // whoever follows to another scheme waits for an answer
+      const UrlResult result = loading_.send(request);
+      ASSERT_TRUE(result.response) << target << status;
+      EXPECT_EQ(result.response->statusCode, status) << target;
+      EXPECT_EQ(result.data, "moved");
+    }
+  }
+  EXPECT_EQ(stranger.hits() + server.hits("/end"), 0U);
+  // Followed without it, to show that each place but the one of another scheme can be reached.
+  for (const std::string& target : {otherPort, otherHost}) {
+    location = target;
+    const UrlResult result = loading_.send(postTo(server.url("/302"), "password=secret"));
+    ASSERT_TRUE(result.response) << target;
+    EXPECT_EQ(result.response->statusCode, 200);
+  }
+  for (const RecordedRequest& seen : {stranger.requests().back(), server.requests().back()}) {
+    EXPECT_EQ(seen.method + seen.target + seen.body, "GET/end");
+  }
+}
+
 TEST_F(UrlLoadingTest, KnowsWhichRedirectsLeadNowhere) {
   std::string location;
   const RawServer server([&location](const RecordedRequest& request) {
