@@ -20,7 +20,6 @@
 #include "ListingPages.h"
 #include "Ratio.h"
 #include "Util/Utf.h"
-#include "regex/SiteExpressions.h"
 #include "site/HttpRequestRegExDetails.h"
 #include "site/HttpRequestRegExProfileDetails.h"
 
@@ -103,12 +102,12 @@ int main() {
       compareWhole(ratios,
                    {"whole details", cleansDetails,
                     kHead + kAdvertising + text + kFrame + kAdvertising + text + kComments + kFoot},
-                   kDetailsExpression);
+                   kDetailsRegex);
       compareWhole(
           ratios,
           {"whole account", cleansAccount,
            kHead + kAdvertising + text + kPreferences + kAdvertising + text + kFoot + text},
-          kAccountExpression);
+          kAccountRegex);
     }
   }
   return ratios.exitCode();

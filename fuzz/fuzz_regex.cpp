@@ -13,15 +13,17 @@
 #include "Util/Utf.h"
 #include "regex/BareIcu.h"
 #include "regex/RegexKitLiteAdditions.h"
-#include "regex/SiteExpressions.h"
+#include "site/HttpRequestRegExDetails.h"
+#include "site/HttpRequestRegExProfileDetails.h"
+#include "site/TorrentScraping.h"
 
 namespace {
 
 using namespace veltramoor;
 
-constexpr const char* kExpressions[] = {kRowExpression, kDetailsExpression, kAccountExpression,
-                                        R"(<!-- popunder -->[\s\S]*?</script>)",
-                                        R"(["'](http://movies\.example/.*?)["'])"};
+const std::string_view kExpressions[] = {kTorrentRowRegex, kDetailsRegex, kAccountRegex,
+                                         R"(<!-- popunder -->[\s\S]*?</script>)",
+                                         R"(["'](http://movies\.example/.*?)["'])"};
 constexpr const char* kReplacements[] = {"", "-", "[$0]", "\\$\\\\"};
 /// 200,000 of ICU's steps a search; a text on which it needs more proves nothing.
 constexpr std::int32_t kSteps = 20;
@@ -66,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool own = input.ConsumeBool();
   const std::string replacement = input.PickValueInArray(kReplacements);
   const std::string regex =
-      own ? input.ConsumeRandomLengthString(80) : input.PickValueInArray(kExpressions);
+      own ? input.ConsumeRandomLengthString(80) : std::string(input.PickValueInArray(kExpressions));
   compare(regex, input.ConsumeRemainingBytesAsString(), replacement);
   return 0;
 }

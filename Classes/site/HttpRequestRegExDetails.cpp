@@ -3,12 +3,14 @@
 #include "platform/SiteConfiguration.h"
 
 namespace veltramoor {
-namespace {
 
 // The greedy parts go to the last head's end and the last comments block.
-constexpr std::string_view kDetailsRegex =
+const std::string_view kDetailsRegex =
     R"rx(([\s\S]*</head>)[\s\S]*?)rx"
     R"rx((<div id="detailsframe">[\s\S]*<div id="comments">[\s\S]*?</div>))rx";
+
+namespace {
+
 // On this page the pop-under is a script, on the account page a block.
 constexpr const char* kPopUnderRegex = R"(<!-- popunder -->[\s\S]*?</script>)";
 

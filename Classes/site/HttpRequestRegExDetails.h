@@ -10,6 +10,9 @@
 
 namespace veltramoor {
 
+/// The expression that a details page matches; its captures are the head and the details block.
+extern const std::string_view kDetailsRegex;
+
 /// After `request()`, `result` is the page's head and its details block without advertising; the
 /// page as fetched when its layout is not recognised (in time); absent when the transfer failed.
 class HttpRequestRegExDetails final : public HttpRequest {

@@ -1,11 +1,13 @@
 #include "site/HttpRequestRegExProfileDetails.h"
 
 namespace veltramoor {
-namespace {
 
 // The greedy parts go to the last head's end and the last foot.
-constexpr std::string_view kAccountRegex =
+const std::string_view kAccountRegex =
     R"rx(([\s\S]*</head>)[\s\S]*?(<h2><span>Preferences[\s\S]*)<div id="foot")rx";
+
+namespace {
+
 // On this page the pop-under is a block, on the details page a script.
 constexpr const char* kPopUnderRegex = R"(<!-- popunder -->[\s\S]*?</div>)";
 constexpr const char* kErrorPage = "<html>Error loading page.  Try again.</html>";

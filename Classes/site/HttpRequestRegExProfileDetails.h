@@ -10,6 +10,9 @@
 
 namespace veltramoor {
 
+/// The expression that the account page matches; its captures are the head and the preferences.
+extern const std::string_view kAccountRegex;
+
 /// After `request()`, `result` is the page's head and everything from its preferences to its foot,
 /// without advertising; a fixed error page when the layout is not recognised (in time), as for
 /// somebody who is not signed in; absent when the transfer failed.

@@ -17,6 +17,7 @@
 #include "demo/Vocabulary.h"
 #include "demo/Wording.h"
 #include "regex/RegexKitLiteAdditions.h"
+#include "site/TorrentScraping.h"
 #include "support/Places.h"
 
 namespace veltramoor {
@@ -26,7 +27,7 @@ using test::Client;
 using test::Rows;
 
 Rows rowsOf(const std::string& page) {
-  return arrayOfCaptureComponentsMatchedByRegex(page, test::kRowExpression);
+  return arrayOfCaptureComponentsMatchedByRegex(page, kTorrentRowRegex);
 }
 
 int idOf(const std::vector<std::string>& row) {

@@ -10,6 +10,7 @@
 #include "demo/DemoSite.h"
 #include "demo/Fetch.h"
 #include "regex/RegexKitLiteAdditions.h"
+#include "site/TorrentScraping.h"
 
 namespace veltramoor {
 namespace {
@@ -18,7 +19,7 @@ using namespace std::chrono_literals;
 using test::Client;
 
 std::size_t rowCount(const std::string& page) {
-  return arrayOfCaptureComponentsMatchedByRegex(page, test::kRowExpression).size();
+  return arrayOfCaptureComponentsMatchedByRegex(page, kTorrentRowRegex).size();
 }
 
 std::size_t count(const std::string& text, const std::string& part) {
@@ -92,8 +93,8 @@ TEST_F(FaultsTest, AnswersThatAreTooMuchOrTooOdd) {
 }
 
 TEST_F(FaultsTest, ListingsWithOddMarkup) {
-  const auto quotes = arrayOfCaptureComponentsMatchedByRegex(fetch(FaultKind::QuoteMagnet).body,
-                                                             test::kRowExpression);
+  const auto quotes =
+      arrayOfCaptureComponentsMatchedByRegex(fetch(FaultKind::QuoteMagnet).body, kTorrentRowRegex);
   ASSERT_EQ(quotes.size(), 30U);
   EXPECT_NE(quotes[0][4].find("&quot;"), std::string::npos);
   EXPECT_NE(quotes[1][4].find("it's"), std::string::npos);

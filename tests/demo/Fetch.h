@@ -84,12 +84,6 @@ class Client {
   std::unique_ptr<CURL, void (*)(CURL*)> curl_;
 };
 
-/// The application's row expression.
-inline constexpr char kRowExpression[] =
-    R"re(<tr[\s\S]*?<td[\s\S]*?href=".*?/browse/(\d*?)"[\s\S]*?<td[\s\S]*?)re"
-    R"re(href="(.*?/torrent/.*?)".*?>(.*?)</a>[\s\S]*?href="(.*?magnet.*?)"[\s\S]*?)re"
-    R"re(Uploaded (.*?), Size (.*?),[\s\S]*?<td.*?>(.*?)</td>[\s\S]*?<td.*?>(.*?)</td>)re";
-
 using Rows = std::vector<std::vector<std::string>>;
 
 }  // namespace veltramoor::test

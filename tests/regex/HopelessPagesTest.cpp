@@ -4,7 +4,9 @@
 #include <string>
 
 #include "regex/RegexKitLiteAdditions.h"
-#include "regex/SiteExpressions.h"
+#include "site/HttpRequestRegExDetails.h"
+#include "site/HttpRequestRegExProfileDetails.h"
+#include "site/TorrentScraping.h"
 
 namespace veltramoor {
 namespace {
@@ -39,37 +41,37 @@ TEST(HopelessPages, AreSettledWithoutTheClock) {
   struct Case {
     const char* what;
     std::string page;
-    const char* regex;
+    std::string_view regex;
     std::size_t matches;
   };
   const Case cases[] = {
-      {"whole page", listing(30, 0), kRowExpression, 30},
-      {"last three incomplete", listing(27, 3), kRowExpression, 27},
-      {"last ten incomplete", listing(20, 10), kRowExpression, 20},
-      {"all incomplete", listing(0, 30), kRowExpression, 0},
+      {"whole page", listing(30, 0), kTorrentRowRegex, 30},
+      {"last three incomplete", listing(27, 3), kTorrentRowRegex, 27},
+      {"last ten incomplete", listing(20, 10), kTorrentRowRegex, 20},
+      {"all incomplete", listing(0, 30), kTorrentRowRegex, 0},
       {"another layout: uploads without size",
        kMenu + repeated(100,
                         "<tr><td><a href=\"/browse/1\">x</a></td>\n<td><a href=\"/torrent/2\">"
                         "n</a> <a href=\"magnet:?x\">m</a></td><td>Uploaded 1, 2,</td></tr>\n"),
-       kRowExpression, 0},
+       kTorrentRowRegex, 0},
       {"another layout: the size on a line of its own",
        kMenu + repeated(100,
                         "<tr>\n<td><a href=\"/browse/1\">x</a></td>\n<td>"
                         "<a href=\"/torrent/2\">n</a>\n<a href=\"magnet:?x\">m</a>\nUploaded 1"
                         "\n, Size 2, by</td>\n<td>1</td>\n<td>2</td>\n</tr>\n"),
-       kRowExpression, 0},
+       kTorrentRowRegex, 0},
       {"another layout: names for numbers", kMenu + repeated(100, row("/browse/a", "Added")),
-       kRowExpression, 0},
+       kTorrentRowRegex, 0},
       {"megabyte without rows",
        repeated(12000,
                 "<p>A line of text with <a href=\"/x\">x</a>, some "
                 "markup and nothing else.</p>\n"),
-       kRowExpression, 0},
+       kTorrentRowRegex, 0},
       {"details without comments",
        head + scripts + repeated(40, "<div id=\"detailsframe\"><div>text</div>\n") + scripts,
-       kDetailsExpression, 0},
-      {"sign-in page for the account", repeated(40, head) + scripts, kAccountExpression, 0},
-      {"list for the account", head + listing(30, 0), kAccountExpression, 0},
+       kDetailsRegex, 0},
+      {"sign-in page for the account", repeated(40, head) + scripts, kAccountRegex, 0},
+      {"list for the account", head + listing(30, 0), kAccountRegex, 0},
       {"unclosed advertising blocks", repeated(5000, "<div class=\"download\">\n"),
        R"re(<div class="download">[\s\S]*?</div>)re", 0},
       {"unclosed links", repeated(5000, "<a href=\"http://ads.example/"),
@@ -92,9 +94,9 @@ TEST(HopelessPages, WhatIsLeftEndsAtTheClock) {
   const std::string comments = "<div id=\"comments\">";
   const struct {
     std::string page;
-    const char* regex;
+    std::string_view regex;
   } cases[] = {
-      {frames + comments + "</div>" + frames + comments, kDetailsExpression},
+      {frames + comments + "</div>" + frames + comments, kDetailsRegex},
       {std::string(300, 'a') + "!", ".*((a+)+$).*"},
       {std::string(300, 'a') + "!", "[^b](a+)+$"},
       {std::string(300, 'a') + "!", "(?i)(A+)+$"},

@@ -65,6 +65,7 @@ TEST(RegexKitLiteAdditions, ReplacesInPlace) {
       {"\xC3\xA9 x \xE2\x82\xAC x", "x", "", "\xC3\xA9  \xE2\x82\xAC ", 2},
       {"ab", "(a)(b)", "$2$1", "ba", 1},
       {"ab", "(a)b", "$0$12", "aba2", 1},
+      {"abcdefghij", "(a)(b)(c)(d)(e)(f)(g)(h)(i)(j)", "$10-$11-$9", "j-a1-i", 1},
       {"ab", "b", "\\$1\\\\", "a$1\\", 1},
       {"ab", "x*", "-", "-a-b-", 3},
       {"ac", "a(b)?", "[$1]", "[]c", 1},

@@ -8,7 +8,7 @@
 
 #include "Util/Utf.h"
 #include "regex/LiteralChain.h"
-#include "regex/SiteExpressions.h"
+#include "site/TorrentScraping.h"
 
 namespace veltramoor {
 namespace {
@@ -39,6 +39,9 @@ TEST(RequiredLiterals, AreReadFromTheExpression) {
       {"a[\\s\\S]*?b.*?[xyz]c", "literal: |a |b |c"},
       {"/(\\d*?)\"", "literal: |/ #\""},
       {"1\\d*x", "literal: |1 .x"},
+      {"x\\d*1", "literal: |x .1"},
+      {"x\\d*\u0663", "literal: |x .\u0663"},
+      {"x\\d*\U0001D7D8", "literal: |x .\U0001D7D8"},
       {"a\\d*\\d*b", "literal: |a .b"},
       {"abc*d{2,3}e?f", "literal: |ab .f"},
       {"a\U0001F600?b", "literal: |a .b"},
@@ -67,7 +70,7 @@ TEST(RequiredLiterals, AreReadFromTheExpression) {
 }
 
 TEST(RequiredLiterals, OfTheRowExpressionAreAsExactAsTheExpression) {
-  EXPECT_EQ(described(kRowExpression),
+  EXPECT_EQ(described(kTorrentRowRegex),
             "literal: |<tr |<td |href=\" ./browse/ #\" |<td |href=\" ./torrent/ .\" .> .</a> "
             "|href=\" .magnet .\" |Uploaded  ., Size  ., |<td .> .</td> |<td .> .</td>");
 }
@@ -85,6 +88,7 @@ TEST(LiteralChain, FindsWhereASearchMayStart) {
       {"a[\\s\\S]*b", u"xa\nb", 0, 1},
       {"a[\\s\\S]*b", u"xa\nb", 2, std::nullopt},
       {"/\\d*\"", u"/1x\" /\u0663\"", 0, 5},  // an Arabic digit is a digit
+      {"/\\d*2\"", u"x/12\"", 0, 1},
       {".*x", u"ab\nabx", 0, 3},
       {".*x", u"ab\nabx", 5, 5},
       {"[^q]x", u"ab\nabx", 0, 0},
