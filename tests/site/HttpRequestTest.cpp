@@ -12,6 +12,7 @@
 #include "site/FetchPagePost.h"
 #include "site/HttpRequestRegEx.h"
 #include "support/RawServer.h"
+#include "support/SharedCookies.h"
 
 namespace veltramoor {
 namespace {
@@ -28,6 +29,12 @@ constexpr char kHandset[] =
 
 class HttpRequestTest : public testing::Test {
  protected:
+  HttpRequestTest() { test::eraseSharedCookies(); }
+  ~HttpRequestTest() override {
+    test::eraseSharedCookies();
+    SiteConfiguration::setCurrent({});
+  }
+
   HttpRequest requestTo(const std::string& path) {
     return HttpRequest(Url::parse(server_.url(path)));
   }
@@ -118,7 +125,6 @@ TEST_F(HttpRequestTest, SendsTheLanguageCookieToTheBuiltInSiteOnly) {
   configuration.defaultSiteHost = "127.0.0.1:1";
   SiteConfiguration::setCurrent(configuration);
   CookieStorage& store = CookieStorage::sharedInstance();
-  store.erase({".index.example"});
   for (const char* domain : {".127.0.0.1", "127.0.0.1"}) {
     Cookie old;
     old.name = "language";
@@ -138,7 +144,9 @@ TEST_F(HttpRequestTest, SendsTheLanguageCookieToTheBuiltInSiteOnly) {
   store.erase({".127.0.0.1"});
   request.request();
   EXPECT_EQ(server_.requests().back().header("Cookie"), std::nullopt);
-  EXPECT_EQ(store.cookies().size(), 1U) << "the cookie of " + store.cookies()[0].domain;
+  ASSERT_EQ(store.cookies().size(), 1U);
+  EXPECT_EQ(store.cookies()[0].domain,
+            "." + SiteConfiguration::hostWithoutPort(SiteConfiguration().defaultSiteHost));
 }
 
 TEST(HttpRequestOutcomeTest, JudgesByStatusAndDecodesOnlyText) {

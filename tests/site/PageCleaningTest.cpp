@@ -59,7 +59,7 @@ TEST_F(PageCleaningTest, CutsTheDetailsOut) {
                 head + frame + "a" + comments + "b</div>"},
            Case{"the last head and the last comments",
                 head + "x" + head + "y" + frame + frame + comments + "1</div>" + comments +
-                    "2</div>3",
+                    "2</div>3</div>",
                 head + "x" + head + frame + frame + comments + "1</div>" + comments + "2</div>"},
            Case{"the first of two links, either quote",
                 head + frame + "'" + movie + "' \"http://movies.example/2\"" + comments + "</div>",

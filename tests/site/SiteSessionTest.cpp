@@ -7,12 +7,14 @@
 #include "platform/CookieStorage.h"
 #include "platform/RunLoop.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/StateFile.h"
 #include "site/FetchPageLoginCheck.h"
 #include "site/FetchPageQuickLoginCheck.h"
 #include "site/FetchPageSignIn.h"
 #include "site/SessionSetup.h"
 #include "site/UserInfo.h"
 #include "support/RawServer.h"
+#include "support/SharedCookies.h"
 
 namespace veltramoor {
 namespace {
@@ -32,7 +34,7 @@ constexpr char kForm[] = R"(<form action="/login" name="loginform">)";
 class SiteSessionTest : public testing::Test {
  protected:
   SiteSessionTest() {
-    eraseAllCookies();
+    test::eraseSharedCookies();
     use(site_.host());
     UserInfo& info = UserInfo::sharedInstance();
     info.setUsername("before");
@@ -40,15 +42,10 @@ class SiteSessionTest : public testing::Test {
     info.setIds("before");
   }
   ~SiteSessionTest() override {
-    eraseAllCookies();
+    test::eraseSharedCookies();
     SiteConfiguration::setCurrent({});
   }
 
-  static void eraseAllCookies() {
-    for (const Cookie& cookie : CookieStorage::sharedInstance().cookies()) {
-      CookieStorage::sharedInstance().erase({cookie.domain});
-    }
-  }
   static void use(const std::string& host) {
     SiteConfiguration configuration;
     configuration.siteHost = host;
@@ -134,7 +131,7 @@ TEST_F(SiteSessionTest, WordsEveryOutcome) {
   expectFailure(signIn("demo", "demo"), kConnection);
 
   // What the account page looks like decides about the name, not about the session.
-  eraseAllCookies();  // a spoilt answer to the right password left its session
+  test::eraseSharedCookies();  // a spoilt answer to the right password left its session
   use(site_.host());
   site_.setFault("/login", {.kind = FaultKind::Big});
   EXPECT_TRUE(signIn("demo", "demo").loggedIn) << "5 MB without the form";
@@ -234,12 +231,20 @@ TEST_F(SiteSessionTest, LeavingEndsTheSessionAndKeepsEverybodyElsesCookies) {
   for (const std::string& domain : kept) {
     store.insert({.name = "session", .value = "1", .domain = domain});
   }
-  EXPECT_GE(deleteSessionCookies(), 5U);
-  std::vector<std::string> left;
-  for (const Cookie& cookie : store.cookies()) {
-    left.push_back(cookie.domain);
-  }
-  EXPECT_EQ(left, kept);
+  const auto domainsIn = [](const CookieStorage& cookies) {
+    std::vector<std::string> domains;
+    for (const Cookie& cookie : cookies.cookies()) {
+      domains.push_back(cookie.domain);
+    }
+    return domains;
+  };
+  // From the disk as well, before anything else happens.
+  store.saveIfChanged();
+  const auto before = domainsIn(store);
+  ASSERT_EQ(domainsIn(CookieStorage(defaultStateFile())), before);
+  EXPECT_EQ(deleteSessionCookies(), before.size() - kept.size());
+  EXPECT_EQ(domainsIn(CookieStorage(defaultStateFile())), kept);
+  EXPECT_EQ(domainsIn(store), kept);
   EXPECT_FALSE(sessionExists(*check()));
 
   for (const std::string& domain : kept) {

@@ -7,6 +7,7 @@
 #include "platform/CookieStorage.h"
 #include "site/HttpRequestRegExUserInfo.h"
 #include "site/UserInfo.h"
+#include "support/SharedCookies.h"
 
 namespace veltramoor {
 namespace {
@@ -21,12 +22,14 @@ struct Row {
   std::string down = "3";
 };
 
+// Every line goes on with what a field that did not end at its first mark would take in.
 std::string html(const Row& row) {
   return fmt::format(
-      "<tr>\n<td class=\"t\"><a href=\"/browse/{}\">c</a></td>\n<td><a href=\"{}\" "
-      "class=\"d\">{}</a>"
-      "\n<a href=\"{}\">m</a>\n<font>{} ULed by x</font></td>\n<td align=\"right\">{}</td>\n"
-      "<td align=\"right\">{}</td>\n</tr>\n",
+      "<tr>\n<td class=\"t\"><a href=\"/browse/{}\">c</a> <a href=\"/browse/1\">d</a></td>\n"
+      "<td><a href=\"{}\" class=\"d\">{}</a> <a href=\"/torrent/8/Other\">Other</a>\n"
+      "<a href=\"{}\">m</a> <a href=\"magnet:?other\">n</a>\n"
+      "<font>{} ULed by x, Size y, z</font></td>\n"
+      "<td align=\"right\">{}</td> <td align=\"right\">{}</td> <td>9</td>\n</tr>\n",
       row.category, row.path, row.name, row.link, row.words, row.up, row.down);
 }
 
@@ -75,6 +78,7 @@ TEST(TorrentScrapingTest, ARowWithoutAPieceRunsOnIntoTheNext) {
   ASSERT_EQ(torrents.size(), 1U);
   EXPECT_EQ(torrents[0].name, "Film");
   EXPECT_EQ(torrents[0].date, "today");
+  EXPECT_EQ(torrentsInPage(html(good) + html(broken) + html(good) + html(good), {}).size(), 3U);
   EXPECT_TRUE(torrentsInPage("<html>login</html>", {}).empty());
   EXPECT_TRUE(torrentsInPage("", {}).empty());
 }
@@ -86,6 +90,7 @@ void parseUser(const std::string& page) {
 }
 
 TEST(UserInfoTest, ReadsTheAccountPageAndFallsBackToAnonymous) {
+  test::eraseSharedCookies();
   CookieStorage& cookies = CookieStorage::sharedInstance();
   for (const char* domain : {"a.example", "b.example"}) {
     Cookie uid;
