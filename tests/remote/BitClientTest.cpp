@@ -137,6 +137,22 @@ TEST(BitClientTest, UtorrentTakesTheTokenOrTheWholePage) {
   EXPECT_EQ(client.getUrl(), std::nullopt) << "blanks make no URL";
 }
 
+// The token is used up by then, and the torrent perhaps added.
+TEST(BitClientTest, UtorrentAddsOnceWhenItsKeptConnectionIsDropped) {
+  const RawServer server([](const RecordedRequest& request) {
+    return request.target == "/gui/token.html" ? test::RawReply(RawServer::response(200, "T"))
+                                               : test::RawReply::close();
+  });
+  auto client = clientFor<Utorrent>(server);
+  client.filename = "magnet:?xt=a";
+  client.setSessionId();
+  HttpRequest add = client.getDownload();
+  add.request();
+  EXPECT_FALSE(add.isResponseValid());
+  EXPECT_EQ(server.hits("/gui/?token=T&action=add-url&s=magnet:?xt=a"), 1U);
+  EXPECT_EQ(server.hits(), 2U);
+}
+
 TEST(BitClientTest, WebUrlsCarryCredentialsAsTyped) {
   struct Case {
     const char* kind;

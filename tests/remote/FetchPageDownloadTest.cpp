@@ -2,6 +2,8 @@
 #include "remote/FetchPageDownload.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 
 #include "platform/Alerts.h"
 #include "platform/Preferences.h"
@@ -9,6 +11,7 @@
 #include "remote/DownloadHistory.h"
 #include "remote/ServerInfo.h"
 #include "support/RawServer.h"
+#include "support/TemporaryFolder.h"
 #include "support/TransmissionDaemon.h"
 
 namespace veltramoor {
@@ -23,6 +26,26 @@ using test::TransmissionDaemon;
 constexpr char kHash[] = "0123456789abcdef0123456789abcdef01234567";
 constexpr char kMagnet[] =
     "magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567&amp;dn=Open+Film";
+
+/// No file can grow while one of these lives: a full disk.
+class FullDisk {
+ public:
+  FullDisk() : signal_(signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit full{0, limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    signal(SIGXFSZ, signal_);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  void (*signal_)(int);
+  rlimit limit_{};
+};
 
 class FetchPageDownloadTest : public testing::Test, public AlertPresenter {
  protected:
@@ -118,6 +141,29 @@ TEST_F(FetchPageDownloadTest, HandsOverWhatFollowsTheLastSlashAndFetchesFiles) {
   EXPECT_EQ(send(server.url("/get/a.torrent"), "File"), "File");
   EXPECT_EQ(server.hits("/get/a.torrent"), 1U);
   EXPECT_NE(server.requests().back().body.find("\"filename\":\"a.torrent\""), std::string::npos);
+}
+
+TEST_F(FetchPageDownloadTest, WhatTheFullDiskDoesNotRememberIsSentAllTheSame) {
+  const RawServer server([](const RecordedRequest&) { return RawServer::response(200); });
+  const test::TemporaryFolder folder;
+  Preferences store(folder / "state.sqlite");
+  Preferences::setSharedInstance(&store);
+  configure(std::to_string(server.port()));
+  EXPECT_EQ(send(kMagnet, "First"), "First");
+  EXPECT_TRUE(alerts_.empty());
+  {
+    const FullDisk fullDisk;
+    EXPECT_EQ(send(kMagnet, "Second"), "Second");
+  }
+  EXPECT_EQ(server.hits(), 4U) << "a handshake and one send for each";
+  ASSERT_EQ(alerts_.size(), 1U);
+  EXPECT_EQ(alerts_[0].title, "Sent, but not remembered.");
+  EXPECT_EQ(alerts_[0].message, store.lastProblem());
+  EXPECT_EQ(alerts_[0].buttons, std::vector<std::string>{"Ok"});
+  EXPECT_EQ(send(kMagnet, "Third"), "Third");
+  EXPECT_EQ(DownloadHistory::names(), (std::vector<std::string>{"First", "Third"}));
+  EXPECT_EQ(alerts_.size(), 1U);
+  Preferences::setSharedInstance(&store_);
 }
 
 TEST_F(FetchPageDownloadTest, RemembersTheNewestFifty) {
