@@ -51,7 +51,12 @@ int measure() {
   Ratios ratios;
   ratios.compare(
       "start of the terminal program", kStartLimit,
-      [] { run({test::program("veltramoor-cli"), "history"}); }, [] { run({"curl", "--version"}); });
+      [] {
+        run({test::program("veltramoor-cli"), "history"});
+      },
+      [] {
+        run({"curl", "--version"});
+      });
   return ratios.exitCode();
 }
 
