@@ -1,13 +1,16 @@
 #include "platform/CurlTransfer.h"
 
 #include <curl/curl.h>
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <new>
 #include <string_view>
 
 #include "platform/CookieEngine.h"
+#include "platform/CurlFailure.h"
 #include "platform/CurlGlobal.h"
 #include "platform/RedirectRules.h"
 
@@ -100,18 +103,20 @@ class CurlTransfer::Impl {
     cookies_.emplace(easy_.get(), cookies);
   }
 
-  std::optional<TransferAnswer> perform(const UrlRequest& request, const TransferLimits& limits,
-                                        const std::atomic<bool>& abandoned) {
+  TransferOutcome perform(const UrlRequest& request, const TransferLimits& limits,
+                          const std::atomic<bool>& abandoned) {
     answer_ = {};
     headerSize_ = 0;
     inHead_ = false;
+    tooLarge_.clear();
+    errorText_.front() = '\0';
     limits_ = &limits;
     const FieldList fields = fieldLines(request.headers);
     describe(request, fields, limits);
     cookies_->handIn();
     // A partial body comes with its status, too: only a transfer without any error counts.
-    if (run(limits, abandoned, request.stop) != CURLE_OK) {
-      return std::nullopt;
+    if (const auto trouble = run(limits, abandoned, request.stop)) {
+      return {.failure = failureAtPeer(request.url, *trouble), .bytesReceived = bytesReceived()};
     }
     long status = 0;
     curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
@@ -121,12 +126,17 @@ class CurlTransfer::Impl {
     if (target != nullptr) {
       answer_.redirectTarget = target;
     }
-    return std::move(answer_);
+    return {.answer = std::move(answer_), .bytesReceived = bytesReceived()};
   }
 
   void wakeUp() { curl_multi_wakeup(multi_.get()); }
 
  private:
+  struct Trouble {
+    TransferFailureKind kind;
+    std::string words;
+  };
+
   template <typename Value>
   void set(CURLoption option, Value value) {
     if (curl_easy_setopt(easy_.get(), option, value) == CURLE_OUT_OF_MEMORY) {
@@ -143,6 +153,7 @@ class CurlTransfer::Impl {
     set(CURLOPT_ACCEPT_ENCODING, "");
     set(CURLOPT_NOSIGNAL, 1L);
     set(CURLOPT_QUICK_EXIT, 1L);  // A name look-up that hangs would outlive the time limit.
+    set(CURLOPT_ERRORBUFFER, errorText_.data());
     set(CURLOPT_HEADERFUNCTION, &Impl::headerArrived);
     set(CURLOPT_HEADERDATA, this);
     set(CURLOPT_WRITEFUNCTION, &Impl::bodyArrived);
@@ -172,18 +183,20 @@ class CurlTransfer::Impl {
     set(CURLOPT_FORBID_REUSE, isLengthMisstated(request) ? 1L : 0L);
   }
 
-  CURLcode run(const TransferLimits& limits, const std::atomic<bool>& abandoned,
-               const std::stop_token& stop) {
+  // Nothing when the answer is there.
+  std::optional<Trouble> run(const TransferLimits& limits, const std::atomic<bool>& abandoned,
+                             const std::stop_token& stop) {
     if (curl_multi_add_handle(multi_.get(), easy_.get()) != CURLM_OK) {
-      return CURLE_FAILED_INIT;
+      return troubleOf(CURLE_FAILED_INIT);
     }
     const auto detach = [this](CURL* handle) { curl_multi_remove_handle(multi_.get(), handle); };
     const std::unique_ptr<CURL, decltype(detach)> attached(easy_.get(), detach);
-    Clock::time_point lastByte = Clock::now();
+    const Clock::time_point start = Clock::now();
+    Clock::time_point lastByte = start;
     for (;;) {
       int running = 0;
       if (curl_multi_perform(multi_.get(), &running) != CURLM_OK) {
-        return CURLE_FAILED_INIT;
+        return troubleOf(CURLE_FAILED_INIT);
       }
       // As soon as they are there, for other requests, and also of an answer that is never whole.
       cookies_->takeBack();
@@ -192,8 +205,11 @@ class CurlTransfer::Impl {
       }
       const Clock::time_point now = Clock::now();
       const Clock::time_point end = std::min(lastByte + limits.idle, limits.deadline);
-      if (abandoned || stop.stop_requested() || now >= end) {
-        return CURLE_OPERATION_TIMEDOUT;
+      if (abandoned || stop.stop_requested()) {
+        return Trouble{TransferFailureKind::GivenUp, "Given up before the answer was complete"};
+      }
+      if (now >= end) {
+        return timeout(std::chrono::floor<milliseconds>(now - start), now >= limits.deadline);
       }
       const auto wait = std::chrono::ceil<milliseconds>(end - now).count();
       int readySockets = 0;
@@ -205,8 +221,50 @@ class CurlTransfer::Impl {
     }
     int left = 0;
     const CURLMsg* message = curl_multi_info_read(multi_.get(), &left);
-    return message != nullptr && message->msg == CURLMSG_DONE ? message->data.result
-                                                              : CURLE_FAILED_INIT;
+    const CURLcode code = message != nullptr && message->msg == CURLMSG_DONE ? message->data.result
+                                                                             : CURLE_FAILED_INIT;
+    return code == CURLE_OK ? std::nullopt : std::optional(troubleOf(code));
+  }
+
+  Trouble troubleOf(CURLcode code) {
+    if (!tooLarge_.empty()) {
+      return {TransferFailureKind::TooLarge, tooLarge_};
+    }
+    long osError = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &osError);
+    // What runs out then is libcurl's own room for one line.
+    const char* text = errorText_.front() != '\0'    ? errorText_.data()
+                       : code == CURLE_OUT_OF_MEMORY ? "A line of the head is too long"
+                                                     : curl_easy_strerror(code);
+    return {failureKind(code, osError), text};
+  }
+
+  Trouble timeout(milliseconds sinceStart, bool isDeadline) {
+    long sent = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_REQUEST_SIZE, &sent);
+    return {TransferFailureKind::TimedOut,
+            sent == 0    ? fmt::format("No connection within {} ms", sinceStart.count())
+            : isDeadline ? fmt::format("Not complete within {} ms", sinceStart.count())
+                         : fmt::format("No byte for {} ms", limits_->idle.count())};
+  }
+
+  // With the address that the name of the host led to, where libcurl got as far as that.
+  TransferFailure failureAtPeer(const Url& url, const Trouble& trouble) {
+    TransferFailure failure = failureAt(url, trouble.kind, trouble.words);
+    const char* ip = nullptr;
+    curl_easy_getinfo(easy_.get(), CURLINFO_PRIMARY_IP, &ip);
+    if (ip != nullptr && *ip != '\0' && url.host() != ip) {
+      failure.address += fmt::format(" ({})", ip);
+    }
+    return failure;
+  }
+
+  [[nodiscard]] std::uint64_t bytesReceived() {
+    long head = 0;
+    curl_off_t body = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_HEADER_SIZE, &head);
+    curl_easy_getinfo(easy_.get(), CURLINFO_SIZE_DOWNLOAD_T, &body);
+    return static_cast<std::uint64_t>(head) + static_cast<std::uint64_t>(body);
   }
 
   // The callbacks return another number than they got to fail the transfer.
@@ -223,6 +281,7 @@ class CurlTransfer::Impl {
     // Interim answers and trailers count, too: they can be as endless as the head itself.
     headerSize_ += line.size();
     if (headerSize_ > limits_->maximumHeaderSize) {
+      tooLarge_ = fmt::format("The head is larger than {} bytes", limits_->maximumHeaderSize);
       return false;
     }
     const std::size_t colon = line.find(':');
@@ -247,6 +306,7 @@ class CurlTransfer::Impl {
   bool addBody(std::string_view piece) {
     std::string& body = answer_.body;
     if (piece.size() > limits_->maximumBodySize - body.size()) {
+      tooLarge_ = fmt::format("The body is larger than {} bytes", limits_->maximumBodySize);
       return false;
     }
     if (body.empty()) {
@@ -260,6 +320,10 @@ class CurlTransfer::Impl {
   TransferAnswer answer_;
   std::size_t headerSize_ = 0;
   bool inHead_ = false;
+  // Says which limit a callback found exceeded.
+  std::string tooLarge_;
+  // libcurl writes into it for as long as the handle lives.
+  std::array<char, CURL_ERROR_SIZE> errorText_{};
   // The multi handle, which owns the connections, is cleaned up last.
   std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_{nullptr, &curl_multi_cleanup};
   std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy_{nullptr, &curl_easy_cleanup};
@@ -269,9 +333,8 @@ class CurlTransfer::Impl {
 CurlTransfer::CurlTransfer(CookieStorage& cookies) : impl_(std::make_unique<Impl>(cookies)) {}
 CurlTransfer::~CurlTransfer() = default;
 
-std::optional<TransferAnswer> CurlTransfer::perform(const UrlRequest& request,
-                                                    const TransferLimits& limits,
-                                                    const std::atomic<bool>& abandoned) {
+TransferOutcome CurlTransfer::perform(const UrlRequest& request, const TransferLimits& limits,
+                                      const std::atomic<bool>& abandoned) {
   return impl_->perform(request, limits, abandoned);
 }
 

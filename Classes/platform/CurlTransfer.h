@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,6 +29,14 @@ struct TransferAnswer {
   std::optional<std::string> redirectTarget;
 };
 
+/// How a transfer ended: exactly one of the two is present.
+struct TransferOutcome {
+  std::optional<TransferAnswer> answer = std::nullopt;
+  std::optional<TransferFailure> failure = std::nullopt;
+  /// Head and body as they came over the network, before content decoding.
+  std::uint64_t bytesReceived = 0;
+};
+
 /// A libcurl handle with connections of its own, which are kept from one `perform` to the next.
 /// One thread at a time, `wakeUp` excepted.
 class CurlTransfer {
@@ -37,12 +46,11 @@ class CurlTransfer {
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-  /// Blocks until the answer is complete; absent on every failure, when `abandoned` becomes true,
-  /// and when the request's stop is asked for (both are looked at after each `wakeUp`). The
-  /// request's header fields must have been checked.
-  [[nodiscard]] std::optional<TransferAnswer> perform(const UrlRequest& request,
-                                                      const TransferLimits& limits,
-                                                      const std::atomic<bool>& abandoned);
+  /// Blocks until the answer is complete or the transfer has failed; given up when `abandoned`
+  /// becomes true, and when the request's stop is asked for (both are looked at after each
+  /// `wakeUp`). The request's header fields must have been checked.
+  [[nodiscard]] TransferOutcome perform(const UrlRequest& request, const TransferLimits& limits,
+                                        const std::atomic<bool>& abandoned);
   /// Any thread.
   void wakeUp();
 

@@ -1,11 +1,14 @@
 #include "platform/UrlLoading.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <atomic>
 #include <mutex>
 
 #include "platform/CookieStorage.h"
 #include "platform/CurlTransfer.h"
+#include "platform/ExchangeLog.h"
 #include "platform/RedirectRules.h"
 
 namespace veltramoor {
@@ -54,29 +57,35 @@ class UrlLoading::Impl {
     const Loan transfer(*this);
     const std::stop_callback wakeUp(request.stop, [&transfer] { transfer->wakeUp(); });
     for (int redirects = 0; redirects <= limits_.maximumRedirects; ++redirects) {
-      if (abandoned_ || request.stop.stop_requested() || !canBeSent(request)) {
-        return {};
-      }
-      auto answer = transfer->perform(request, limits, abandoned_);
+      TransferOutcome outcome = loggedHop(transfer, request, limits);
+      std::optional<TransferAnswer>& answer = outcome.answer;
       if (!answer) {
-        return {};
+        return {.failure = std::move(outcome.failure)};
       }
       std::optional<UrlRequest> next;
       if (answer->redirectTarget) {
         next = redirectedRequest(request, answer->statusCode, *answer->redirectTarget);
       }
       if (!next) {
-        return {UrlResponse{answer->statusCode, std::move(answer->headers), request.url},
-                std::move(answer->body)};
+        return {
+            .response = UrlResponse{answer->statusCode, std::move(answer->headers), request.url},
+            .data = std::move(answer->body)};
       }
       request = std::move(*next);
     }
-    return {};
+    return {.failure = failureAt(request.url, TransferFailureKind::TooManyRedirects,
+                                 fmt::format("More than {} redirects", limits_.maximumRedirects))};
   }
 
   void saveCookies() { cookies_.saveIfChanged(); }
 
   void resume() { abandoned_ = false; }
+
+  void setExchangeLog(ExchangeLog log) {
+    auto shared = log ? std::make_shared<const ExchangeLog>(std::move(log)) : nullptr;
+    const std::scoped_lock lock(logMutex_);
+    log_ = std::move(shared);
+  }
 
   void abandonAll() {
     abandoned_ = true;
@@ -113,8 +122,46 @@ class UrlLoading::Impl {
     CurlTransfer* transfer_;
   };
 
+  TransferOutcome hop(const Loan& transfer, const UrlRequest& request,
+                      const TransferLimits& limits) {
+    if (abandoned_ || request.stop.stop_requested()) {
+      return {.failure = failureAt(request.url, TransferFailureKind::GivenUp,
+                                   "Given up before it was sent")};
+    }
+    if (!canBeSent(request)) {
+      return {.failure = failureAt(request.url, TransferFailureKind::Other,
+                                   "Not a request that HTTP can carry")};
+    }
+    return transfer->perform(request, limits, abandoned_);
+  }
+
+  TransferOutcome loggedHop(const Loan& transfer, const UrlRequest& request,
+                            const TransferLimits& limits) {
+    const auto start = std::chrono::steady_clock::now();
+    TransferOutcome outcome = hop(transfer, request, limits);
+    if (const auto log = exchangeLog()) {
+      ExchangeRecord record{.method = request.method, .address = addressForLog(request.url)};
+      if (outcome.answer) {
+        record.statusCode = outcome.answer->statusCode;
+      }
+      record.failure = outcome.failure;
+      record.bytesReceived = outcome.bytesReceived;
+      record.duration =
+          std::chrono::round<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+      (*log)(record);
+    }
+    return outcome;
+  }
+
+  std::shared_ptr<const ExchangeLog> exchangeLog() {
+    const std::scoped_lock lock(logMutex_);
+    return log_;
+  }
+
   CookieStorage& cookies_;
   const UrlLoadingLimits limits_;
+  std::mutex logMutex_;
+  std::shared_ptr<const ExchangeLog> log_;
   std::atomic<bool> abandoned_{false};
   std::mutex mutex_;
   std::vector<std::unique_ptr<CurlTransfer>> transfers_;
@@ -140,5 +187,7 @@ UrlResult UrlLoading::send(const UrlRequest& request) {
 void UrlLoading::abandonAll() { impl_->abandonAll(); }
 
 void UrlLoading::resume() { impl_->resume(); }
+
+void UrlLoading::setExchangeLog(ExchangeLog log) { impl_->setExchangeLog(std::move(log)); }
 
 }  // namespace veltramoor

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -11,11 +12,16 @@
 #include <utility>
 #include <vector>
 
+#include "platform/TransferFailure.h"
 #include "platform/Url.h"
 
 namespace veltramoor {
 
 class CookieStorage;
+struct ExchangeRecord;
+
+/// Told of each exchange; see ExchangeLog.h.
+using ExchangeLog = std::function<void(const ExchangeRecord&)>;
 
 /// Header fields in the order they stand on the wire; a name may come twice.
 using HeaderList = std::vector<std::pair<std::string, std::string>>;
@@ -49,11 +55,12 @@ struct UrlResponse {
   [[nodiscard]] std::optional<std::string> header(std::string_view name) const;
 };
 
-/// Either both members are present or, on any transport failure, neither is.
+/// Either both response and data are present or, on any transport failure, the failure is.
 struct UrlResult {
-  std::optional<UrlResponse> response;
+  std::optional<UrlResponse> response = std::nullopt;
   /// Body after content decoding; empty, not absent, for an answer without one.
-  std::optional<std::string> data;
+  std::optional<std::string> data = std::nullopt;
+  std::optional<TransferFailure> failure = std::nullopt;
 };
 
 struct UrlLoadingLimits {
@@ -80,8 +87,9 @@ class UrlLoading {
   static UrlLoading& sharedInstance();
 
   /// Performs the exchange and follows redirects; blocks until it is over. Never throws for what a
-  /// network or a server does: every failure, and a header with CR, LF or NUL in it, is an empty
-  /// result. Credentials, cookies and session headers never follow to another origin.
+  /// network or a server does: every failure, and a header with CR, LF or NUL in it, is a
+  /// result with its failure. Credentials, cookies and session headers never follow to another
+  /// origin.
   [[nodiscard]] UrlResult send(const UrlRequest& request);
 
   /// Makes running and later exchanges fail at once: for an application that is closing while a
@@ -89,6 +97,11 @@ class UrlLoading {
   void abandonAll();
   /// Lets exchanges be made again: for a process that starts the application a second time.
   void resume();
+
+  /// Has `log` called once at the end of each exchange with one server, each redirect that was
+  /// followed being one of its own; an empty one (as at first) ends that. Called on the thread that
+  /// sends, on several at once; must not throw. Exchanges under way may still call the one before.
+  void setExchangeLog(ExchangeLog log);
 
  private:
   class Impl;

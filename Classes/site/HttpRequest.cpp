@@ -63,16 +63,23 @@ UrlRequest HttpRequest::urlRequest() const {
   return request;
 }
 
+TransferFailure HttpRequest::noAddress() {
+  return {TransferFailureKind::NoAddress, "There is no valid address", "", 0};
+}
+
 void HttpRequest::request() {
   urlResponse_.reset();
   responseData_.reset();
   setResult(std::nullopt);
   headers_.reset();
+  failure_.reset();
   if (!url_) {
+    failure_ = noAddress();
     return;
   }
   storeLanguageCookie();
   UrlResult outcome = UrlLoading::sharedInstance().send(urlRequest());
+  failure_ = std::move(outcome.failure);
   urlResponse_ = std::move(outcome.response);
   responseData_ = std::move(outcome.data);
   // ASCII, the fallback for what is not UTF-8, is a part of it: one check serves both.

@@ -89,6 +89,13 @@ class HttpRequest {
   /// Asking for a stop makes a request that is under way on another thread fail at once.
   void setStop(std::stop_token stop) { stop_ = std::move(stop); }
 
+  /// Why the last `request()` had no response: of kind NoAddress without a URL. Absent when there
+  /// was one, of whatever status, and before the first.
+  [[nodiscard]] const std::optional<TransferFailure>& failure() const { return failure_; }
+
+  /// What `failure()` is without a URL.
+  [[nodiscard]] static TransferFailure noAddress();
+
   /// Absent when no response was had.
   [[nodiscard]] const std::optional<UrlResponse>& urlResponse() const { return urlResponse_; }
   [[nodiscard]] const std::optional<std::string>& responseData() const { return responseData_; }
@@ -123,6 +130,7 @@ class HttpRequest {
   bool sendOnce_ = false;
   std::stop_token stop_;
   HeaderList extraHeaders_;
+  std::optional<TransferFailure> failure_;
   std::optional<UrlResponse> urlResponse_;
   std::optional<std::string> responseData_;
   std::optional<std::string> result_;

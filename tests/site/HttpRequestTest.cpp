@@ -171,6 +171,9 @@ TEST(HttpRequestOutcomeTest, JudgesByStatusAndDecodesOnlyText) {
   nowhere.request();
   EXPECT_FALSE(nowhere.isResponseValid());
   EXPECT_EQ(nowhere.result(), std::nullopt);
+  ASSERT_TRUE(nowhere.failure());
+  EXPECT_EQ(nowhere.failure()->kind, TransferFailureKind::NoAddress);
+  EXPECT_NE(nowhere.failure()->words, "");
 }
 
 TEST(HttpRequestOutcomeTest, AFailedSecondExchangeLeavesNothingOfTheFirst) {
@@ -182,11 +185,18 @@ TEST(HttpRequestOutcomeTest, AFailedSecondExchangeLeavesNothingOfTheFirst) {
   HttpRequest request(Url::parse(server.url()));
   request.request();
   EXPECT_TRUE(request.headers());
+  EXPECT_FALSE(request.failure());
   fail = true;
   request.request();
   EXPECT_FALSE(request.isResponseValid());
   EXPECT_EQ(request.responseData(), std::nullopt);
   EXPECT_EQ(request.headers(), std::nullopt);
+  ASSERT_TRUE(request.failure());
+  EXPECT_EQ(request.failure()->kind, TransferFailureKind::BrokenOff);
+  EXPECT_EQ(request.failure()->port, server.port());
+  fail = false;
+  request.request();
+  EXPECT_FALSE(request.failure());
 }
 
 TEST(HttpRequestRegExTest, KeepsCaptureOneOrThePage) {

@@ -73,7 +73,8 @@ RawReply RawReply::endless(std::string sent, std::string repeatedBytes) {
   return reply;
 }
 
-RawServer::RawServer(Handler handler) : handler_(std::move(handler)) {
+RawServer::RawServer(Handler handler, std::string greeting)
+    : handler_(std::move(handler)), greeting_(std::move(greeting)) {
   listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   stopEvent_ = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   sockaddr_in address{};
@@ -169,6 +170,9 @@ void RawServer::serve(int handle, int connection) {
   const int on = 1;
   ::setsockopt(handle, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
   std::string buffer;
+  if (!sendAll(handle, greeting_)) {
+    return;
+  }
   for (;;) {
     std::size_t headEnd = std::string::npos;
     while ((headEnd = buffer.find(kHeadEnd)) == std::string::npos) {

@@ -65,7 +65,8 @@ class RawServer {
  public:
   using Handler = std::function<RawReply(const RecordedRequest&)>;
 
-  explicit RawServer(Handler handler);
+  /// `greeting` is what a peer hears as soon as it connects, for servers that speak first.
+  explicit RawServer(Handler handler, std::string greeting = {});
   ~RawServer();
   RawServer(const RawServer&) = delete;
   RawServer& operator=(const RawServer&) = delete;
@@ -102,6 +103,7 @@ class RawServer {
   [[nodiscard]] bool receive(int socket, std::string& buffer) const;
 
   Handler handler_;
+  std::string greeting_;
   int listener_ = -1;
   int stopEvent_ = -1;
   int port_ = 0;
