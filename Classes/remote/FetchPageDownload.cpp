@@ -22,9 +22,10 @@ FetchPageDownload::FetchPageDownload(std::optional<Url> url, std::string name,
                                      Completion completion)
     : FetchPage(std::move(url), std::move(completion)), name_(std::move(name)) {}
 
-bool FetchPageDownload::send() const {
+bool FetchPageDownload::send() {
   const std::unique_ptr<BitClient> client = BitClient::configured(ServerInfo::sharedInstance());
   if (!url() || !client) {
+    failure_ = HttpRequest::noAddress();
     return false;
   }
   // The whole text of a magnet link without a slash; otherwise what follows its last one.
@@ -34,6 +35,7 @@ bool FetchPageDownload::send() const {
   client->setSessionId();
   HttpRequest request = client->getDownload();
   request.request();
+  failure_ = request.failure();
   return request.isResponseValid();
 }
 

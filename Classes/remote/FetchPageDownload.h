@@ -9,7 +9,8 @@
 namespace veltramoor {
 
 /// Delivers the torrent's name after a send that the client accepted (any status from 200 to 299),
-/// nothing after one that failed. A success is recorded in the download history; a failure shows
+/// nothing after one that failed: with the reason when the client could not be reached, without one
+/// when it refused. A success is recorded in the download history; a failure shows
 /// one alert first. Nothing is tried twice.
 class FetchPageDownload final : public FetchPage<std::optional<std::string>> {
  public:
@@ -17,7 +18,7 @@ class FetchPageDownload final : public FetchPage<std::optional<std::string>> {
 
  private:
   void fetch() override;
-  [[nodiscard]] bool send() const;
+  [[nodiscard]] bool send();
 
   std::string name_;
 };

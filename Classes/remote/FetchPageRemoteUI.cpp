@@ -57,6 +57,7 @@ void FetchPageRemoteUI::fetch() {
     Alerts::showMessageAndWait("Success!", "");
   }
   returnObject_ = request.result();
+  failure_ = request.failure();
 }
 
 }  // namespace veltramoor

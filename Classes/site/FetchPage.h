@@ -2,7 +2,6 @@
 #pragma once
 
 #include <exception>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "platform/OperationQueue.h"
 #include "platform/Url.h"
 #include "site/DeliveryOrder.h"
+#include "site/FetchCompletion.h"
 
 namespace veltramoor {
 
@@ -23,13 +23,14 @@ struct DeliveryPlace {
 };
 
 /// Base of the operations that screens queue. A subclass does its blocking work in `fetch` and
-/// leaves the outcome in `returnObject_`; it is then delivered on the main thread without waiting.
-/// The completion must keep its screen alive; it is moved to the main thread with the outcome, so
-/// that the screen's last reference is never dropped by a worker.
+/// leaves the outcome in `returnObject_`, and in `failure_` why the transfer that decides it
+/// failed; both are then delivered on the main thread without waiting. The completion must keep its
+/// screen alive; it is moved to the main thread with the outcome, so that the screen's last
+/// reference is never dropped by a worker.
 template <typename Outcome>
 class FetchPage : public Operation {
  public:
-  using Completion = std::function<void(Outcome)>;
+  using Completion = FetchCompletion<Outcome>;
 
   /// An empty completion: the work is done and nothing is delivered.
   FetchPage(std::optional<Url> url, Completion completion,
@@ -56,6 +57,7 @@ class FetchPage : public Operation {
   void setUrl(std::optional<Url> url) { url_ = std::move(url); }
 
   Outcome returnObject_{};
+  std::optional<TransferFailure> failure_;
 
  private:
   void deliver() {
@@ -65,9 +67,11 @@ class FetchPage : public Operation {
     if (place_) {
       place_->priorityQueue->waitUntilDelivered(place_->dependPriority);
     }
-    MainThread::perform(
-        [completion = std::exchange(completion_, nullptr),
-         outcome = std::move(returnObject_)]() mutable { completion(std::move(outcome)); });
+    MainThread::perform([completion = std::exchange(completion_, {}),
+                         outcome = std::move(returnObject_),
+                         failure = std::move(failure_)]() mutable {
+      completion(std::move(outcome), std::move(failure));
+    });
     if (place_) {
       place_->priorityQueue->markDelivered(place_->priority);
     }

@@ -8,6 +8,7 @@ void FetchPageAllTorrents::fetch() {
   HttpRequestRegExTorrent request(url());
   request.request();
   returnObject_ = request.takeTorrents();
+  failure_ = request.failure();
 }
 
 }  // namespace veltramoor

@@ -10,6 +10,7 @@ void FetchPageGeneric::fetch() {
   const std::unique_ptr<HttpRequest> request = classType_(url());
   request->request();
   returnObject_ = request->result();
+  failure_ = request->failure();
 }
 
 }  // namespace veltramoor

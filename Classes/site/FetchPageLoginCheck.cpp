@@ -10,6 +10,7 @@ FetchPageLoginCheck::FetchPageLoginCheck(std::optional<Url> url, Completion comp
 void FetchPageLoginCheck::fetch() {
   returnObject_ = std::make_shared<HttpRequest>(url());
   requestAndSetUpSession(*returnObject_);
+  failure_ = returnObject_->failure();
 }
 
 }  // namespace veltramoor

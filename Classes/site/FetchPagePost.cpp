@@ -13,6 +13,7 @@ void FetchPagePost::fetch() {
     request.setType("POST");
     request.setPostData(post_);
     request.request();
+    failure_ = request.failure();
   } catch (const std::exception&) {
     // No more is asked about a form that was never sent than about one that was refused.
   }

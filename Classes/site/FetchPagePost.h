@@ -8,7 +8,7 @@
 
 namespace veltramoor {
 
-/// Always delivers true: whether the form arrived is not looked at.
+/// Always delivers true: whether the form arrived is not looked at, only handed on as the reason.
 class FetchPagePost final : public FetchPage<bool> {
  public:
   FetchPagePost(std::optional<Url> url, std::string post, Completion completion);

@@ -19,6 +19,7 @@ void FetchPageSignIn::fetch() {
   returnObject_->setPostData(fmt::format("username={}&password={}&act=login&submit=Login",
                                          username_, stringWithPercentEscape(password_)));
   requestAndSetUpSession(*returnObject_);
+  failure_ = returnObject_->failure();
 }
 
 }  // namespace veltramoor

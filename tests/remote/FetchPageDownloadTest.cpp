@@ -73,7 +73,11 @@ class FetchPageDownloadTest : public testing::Test, public AlertPresenter {
   std::optional<std::string> send(const std::string& link, const std::string& name) {
     std::optional<std::optional<std::string>> outcome;
     queue_.addOperation(std::make_shared<FetchPageDownload>(
-        Url::parse(link), name, [&](const std::optional<std::string>& sent) { outcome = sent; }));
+        Url::parse(link), name,
+        [&](const std::optional<std::string>& sent, const std::optional<TransferFailure>& failure) {
+          outcome = sent;
+          reason_ = failure ? std::optional(failure->kind) : std::nullopt;
+        }));
     EXPECT_TRUE(loop_.runUntil([&] { return outcome.has_value(); }, 60s));
     return outcome.value_or(std::nullopt);
   }
@@ -94,6 +98,7 @@ class FetchPageDownloadTest : public testing::Test, public AlertPresenter {
   Preferences store_{std::nullopt};
   std::vector<Alert> alerts_;
   OperationQueue queue_{1};
+  std::optional<TransferFailureKind> reason_;
 };
 
 TEST_F(FetchPageDownloadTest, TheDaemonHoldsWhatWasSent) {
@@ -117,8 +122,10 @@ TEST_F(FetchPageDownloadTest, ThePasswordDecides) {
 
 TEST_F(FetchPageDownloadTest, EveryOtherFailureIsOneAlert) {
   expectRefusal(kMagnet);  // nothing configured
+  EXPECT_EQ(reason_, TransferFailureKind::NoAddress);
   configure(std::to_string(test::freePort()));
   expectRefusal(kMagnet);  // nobody listens
+  EXPECT_EQ(reason_, TransferFailureKind::Refused);
   ServerInfo::sharedInstance().setClient("Other");
   expectRefusal(kMagnet);
 
@@ -129,6 +136,7 @@ TEST_F(FetchPageDownloadTest, EveryOtherFailureIsOneAlert) {
   configure(std::to_string(stale.port()));
   expectRefusal(kMagnet);
   EXPECT_EQ(stale.hits(), 2U);
+  EXPECT_EQ(reason_, std::nullopt) << "the client was reached";
   expectRefusal("not a url");
   EXPECT_EQ(stale.hits(), 2U) << "without a link nothing is asked";
 }

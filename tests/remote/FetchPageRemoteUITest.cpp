@@ -61,8 +61,9 @@ class FetchPageRemoteUITest : public testing::Test, public AlertPresenter {
     std::optional<std::optional<std::string>> page;
     const auto operation = std::make_shared<FetchPageRemoteUI>(
         Url::parse("http://ignored.example/"), fromRemoteSettings,
-        [&](std::optional<std::string> text) {
+        [&](std::optional<std::string> text, const std::optional<TransferFailure>& failure) {
           alertsBefore_ = alerts_.size();
+          reason_ = failure ? std::optional(failure->kind) : std::nullopt;
           page = std::move(text);
         });
     url_ = operation->url();
@@ -92,6 +93,7 @@ class FetchPageRemoteUITest : public testing::Test, public AlertPresenter {
   Preferences store_{std::nullopt};
   std::vector<Alert> alerts_;
   std::size_t alertsBefore_ = 0;
+  std::optional<TransferFailureKind> reason_;
   std::optional<Url> url_;
   OperationQueue queue_{1};
 };
@@ -147,6 +149,7 @@ TEST_F(FetchPageRemoteUITest, WithoutAnAnswerThereIsAnAlertAndNoPage) {
   EXPECT_EQ(alert(), failure_);
   configure("Transmission", std::to_string(test::freePort()));
   EXPECT_EQ(load(false), std::nullopt) << "nobody listens";
+  EXPECT_EQ(reason_, TransferFailureKind::Refused);
   EXPECT_EQ(alert(), failure_);
   configure("Vuze", "no port");
   EXPECT_EQ(load(false), std::nullopt);

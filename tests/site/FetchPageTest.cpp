@@ -103,16 +103,24 @@ TEST(FetchPageTest, TellsAFailedTransferFromAPageWithoutRows) {
                                       : test::RawReply(RawServer::response(404, "<html>"));
   });
   OperationQueue queue(1);
+  std::optional<TransferFailure> reason;
   const auto rowsOf = [&](const std::string& path) {
     std::optional<std::optional<std::vector<Torrent>>> outcome;
     queue.addOperation(std::make_shared<FetchPageAllTorrents>(
         Url::parse(server.url(path)),
-        [&](std::optional<std::vector<Torrent>> rows) { outcome = std::move(rows); }));
+        [&](std::optional<std::vector<Torrent>> rows, std::optional<TransferFailure> failure) {
+          outcome = std::move(rows);
+          reason = std::move(failure);
+        }));
     EXPECT_TRUE(loop.runUntil([&] { return outcome.has_value(); }, 10s));
     return *outcome;
   };
   EXPECT_EQ(rowsOf("/reset"), std::nullopt);
+  ASSERT_TRUE(reason);
+  EXPECT_EQ(reason->kind, TransferFailureKind::BrokenOff);
+  EXPECT_EQ(reason->port, server.port());
   EXPECT_EQ(rowsOf("/none"), std::vector<Torrent>{});
+  EXPECT_FALSE(reason);
 
   std::optional<std::string> text;
   queue.addOperation(std::make_shared<FetchPageGeneric>(
@@ -124,7 +132,10 @@ TEST(FetchPageTest, TellsAFailedTransferFromAPageWithoutRows) {
 
   queue.addOperation(std::make_shared<FetchPageAllTorrents>(Url::parse(server.url("/nobody")),
                                                             FetchPageAllTorrents::Completion()));
-  EXPECT_TRUE(server.waitForHits(4)) << "without a completion the request is made all the same";
+  queue.addOperation(std::make_shared<FetchPageAllTorrents>(
+      Url::parse(server.url("/nobody")),
+      std::function<void(std::optional<std::vector<Torrent>>)>()));
+  EXPECT_TRUE(server.waitForHits(5)) << "without a completion the request is made all the same";
   EXPECT_TRUE(queue.waitUntilAllOperationsAreFinished(10s));
   EXPECT_EQ(loop.runPending(), 0U);
 }
