@@ -5,8 +5,10 @@
 
 #include "Commands.h"
 #include "platform/Bundle.h"
+#include "platform/ExchangeLog.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
+#include "platform/UrlLoading.h"
 
 namespace {
 
@@ -35,6 +37,8 @@ int run(int argc, char** argv) {
   addSiteOptions(app, configuration);
   bool json = false;
   app.add_flag("--json", json, "Print JSON");
+  bool verbose = false;
+  app.add_flag("--verbose", verbose, "Print a line on each exchange to standard error");
 
   cli::Commands commands;
   cli::addListCommands(app, commands);
@@ -62,6 +66,9 @@ int run(int argc, char** argv) {
 
   if (const auto trouble = veltramoor::Preferences::sharedInstance().lastProblem()) {
     cli::fail(cli::kDone, *trouble);
+  }
+  if (verbose) {
+    veltramoor::UrlLoading::sharedInstance().setExchangeLog(&veltramoor::writeToStandardError);
   }
   cli::Terminal terminal;
   for (const cli::Command& command : commands) {

@@ -16,9 +16,11 @@
 #include "SelfTest.h"
 #include "platform/Alerts.h"
 #include "platform/Bundle.h"
+#include "platform/ExchangeLog.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/StateFile.h"
+#include "platform/UrlLoading.h"
 #include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
 #include "toolkit/EngineMessages.h"
@@ -105,6 +107,9 @@ int terminate(veltramoor::VeltramoorAppDelegate& delegate, int status) {
 }
 
 int run(const QCommandLineParser& parser) {
+  if (parser.isSet(QStringLiteral("verbose"))) {
+    veltramoor::UrlLoading::sharedInstance().setExchangeLog(&veltramoor::writeToStandardError);
+  }
   veltramoor::VeltramoorAppDelegate delegate;
   delegate.applicationDidFinishLaunching();
   int status = 1;
@@ -199,6 +204,8 @@ int main(int argc, char** argv) {
                     QStringLiteral("WxH")});
   parser.addOption({QStringLiteral("report-first-frame"),
                     QStringLiteral("Print \"first frame\" when the window has been painted.")});
+  parser.addOption({QStringLiteral("verbose"),
+                    QStringLiteral("Print a line on each exchange to standard error.")});
   parser.addOption({QStringLiteral("self-test"),
                     QStringLiteral("Show every screen once and say what is wrong with them.")});
   for (const auto& [name, field] : SiteConfiguration::keys()) {
