@@ -144,7 +144,7 @@ int run() {
     good = ratios.exitCode() == 0;
   }
 
-  // From the login screen on to the list by itself, as for who has chosen so.
+  // From the login screen on to the list by itself, as for a person who has chosen so.
   Preferences(defaultStateFile()).setString(PreferencesKeys::automaticLogin, "YES");
   DemoSite site({.pageRows = kRows});
   Program app = application(site);

@@ -12,7 +12,8 @@ find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   # What one preset has compiled serves another one with the same options, wherever it is built.
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1
-    "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" "${CCACHE_PROGRAM}")
+    "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_SLOPPINESS=pch_defines,time_macros
+    "${CCACHE_PROGRAM}")
 endif()
 
 # Errors in the presets that developers test with (CMAKE_COMPILE_WARNING_AS_ERROR), and nowhere else:

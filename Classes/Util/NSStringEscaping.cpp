@@ -56,7 +56,7 @@ std::string stringByReplacingPercentEscapes(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const std::optional<char> byte = percentEscape(text.substr(i));
     result += byte.value_or(text[i]);
-    i += byte ? 2 : 0;
+    i += byte ? 2U : 0U;
   }
   return result;
 }

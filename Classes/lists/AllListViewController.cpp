@@ -44,7 +44,12 @@ AllListViewController::AllListViewController(std::unique_ptr<Listing> listing,
   loadView();
 }
 
-AllListViewController::~AllListViewController() = default;
+AllListViewController::~AllListViewController() {
+  // Nor is a list that is half gone, by the waits that end with it.
+  for (Wait* wait : {&loading_, &openingPage_}) {
+    disconnect(wait, nullptr, this, nullptr);
+  }
+}
 
 void AllListViewController::loadView() {
   const Device& device = Device::sharedInstance();

@@ -75,7 +75,9 @@ Lines linesIn(SQLite::Database& database) {
 
 CookieFile::CookieFile(const std::filesystem::path& stateFile) {
   try {
-    database_ = openStateFile(stateFile).database;
+    OpenedStateFile opened = openStateFile(stateFile);
+    lock_ = std::move(opened.lock);
+    database_ = std::move(opened.database);
   } catch (const std::exception&) {
     // Preferences open the same file and tell the person, also of a damaged one set aside here.
   }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/StateFolder.h"
+
 namespace SQLite {
 class Database;
 }
@@ -29,6 +31,8 @@ class CookieFile {
   bool write(const std::vector<std::string>& known, const std::vector<std::string>& lines);
 
  private:
+  // Released after the database is closed.
+  std::unique_ptr<StateFolderLock> lock_;
   std::unique_ptr<SQLite::Database> database_;
 };
 

@@ -20,12 +20,12 @@ constexpr const char* kArray = "array";
 
 /// Ends a statement's read when the scope ends: an unfinished one would keep the write-ahead file
 /// from being folded back.
-class Use {
+class ScopedStatement {
  public:
-  explicit Use(SQLite::Statement& statement) : statement_(statement) {}
-  ~Use() { statement_.tryReset(); }
-  Use(const Use&) = delete;
-  Use& operator=(const Use&) = delete;
+  explicit ScopedStatement(SQLite::Statement& statement) : statement_(statement) {}
+  ~ScopedStatement() { statement_.tryReset(); }
+  ScopedStatement(const ScopedStatement&) = delete;
+  ScopedStatement& operator=(const ScopedStatement&) = delete;
 
   template <typename... Values>
   SQLite::Statement& with(const Values&... values) {
@@ -45,7 +45,8 @@ std::atomic<Preferences*> chosenInstance{nullptr};
 class Preferences::Impl {
  public:
   explicit Impl(OpenedStateFile opened)
-      : database_(std::move(opened.database)),
+      : lock_(std::move(opened.lock)),
+        database_(std::move(opened.database)),
         notice_(std::move(opened.notice)),
         isPersistent_(opened.isPersistent) {}
 
@@ -61,8 +62,8 @@ class Preferences::Impl {
     return write(
         key, [&] { return storedValue(key, type) == value; },
         [&] {
-          Use(deleteElements_).with(std::string(key)).exec();
-          Use(replaceValue_).with(std::string(key), std::string(type), value).exec();
+          ScopedStatement(deleteElements_).with(std::string(key)).exec();
+          ScopedStatement(replaceValue_).with(std::string(key), std::string(type), value).exec();
         });
   }
 
@@ -111,14 +112,14 @@ class Preferences::Impl {
 
  private:
   std::optional<std::string> storedValue(std::string_view key, const char* type) {
-    Use use(selectValue_);
+    ScopedStatement use(selectValue_);
     SQLite::Statement& row = use.with(std::string(key), std::string(type));
     return row.executeStep() ? std::optional(row.getColumn(0).getString()) : std::nullopt;
   }
 
   /// One statement, so that another process's write cannot come between the key and its elements.
   std::optional<std::vector<std::string>> storedElements(std::string_view key) {
-    Use use(selectElements_);
+    ScopedStatement use(selectElements_);
     SQLite::Statement& row = use.with(std::string(key));
     std::optional<std::vector<std::string>> elements;
     while (row.executeStep()) {
@@ -132,10 +133,10 @@ class Preferences::Impl {
 
   void store(std::string_view key, const std::vector<std::string>& elements) {
     const std::string name(key);
-    Use(deleteElements_).with(name).exec();
-    Use(replaceValue_).with(name, std::string(kArray), std::string()).exec();
+    ScopedStatement(deleteElements_).with(name).exec();
+    ScopedStatement(replaceValue_).with(name, std::string(kArray), std::string()).exec();
     for (std::size_t i = 0; i < elements.size(); ++i) {
-      Use(insertElement_).with(name, static_cast<std::int64_t>(i), elements[i]).exec();
+      ScopedStatement(insertElement_).with(name, static_cast<std::int64_t>(i), elements[i]).exec();
     }
   }
 
@@ -173,6 +174,7 @@ class Preferences::Impl {
   }
 
   std::mutex mutex_;
+  std::unique_ptr<StateFolderLock> lock_;
   std::unique_ptr<SQLite::Database> database_;
   std::optional<std::string> notice_;
   bool isPersistent_;

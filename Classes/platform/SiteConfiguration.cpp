@@ -85,7 +85,8 @@ void apply(const toml::table& table, SiteConfiguration& configuration, Problems&
       problems.add(key.source().begin, fmt::format("\"{}\" is no setting", key.str()));
     } else if (!value) {
       problems.add(node.source().begin, fmt::format("\"{}\" must be a text in quotes", key.str()));
-    } else if (const auto wrong = SiteConfiguration::complaint(key.str(), *value); !wrong.empty()) {
+    } else if (const auto wrong = SiteConfiguration::validationError(key.str(), *value);
+               !wrong.empty()) {
       problems.add(node.source().begin, fmt::format("\"{}\" {}", key.str(), wrong));
     } else {
       configuration.*field = *value;
@@ -200,7 +201,7 @@ fs::path SiteConfiguration::defaultFile() {
 }
 
 bool SiteConfiguration::saveSiteHost(const fs::path& file, const std::string& siteHost) {
-  if (!complaint(kSiteHostKey, siteHost).empty()) {
+  if (!validationError(kSiteHostKey, siteHost).empty()) {
     return false;
   }
   try {
@@ -216,7 +217,8 @@ bool SiteConfiguration::saveSiteHost(const fs::path& file, const std::string& si
   }
 }
 
-std::string_view SiteConfiguration::complaint(std::string_view key, const std::string& value) {
+std::string_view SiteConfiguration::validationError(std::string_view key,
+                                                    const std::string& value) {
   if (key == "donation-url") {
     const std::optional<Url> url = Url::parse(value);
     return url && url->isHttp() ? "" : "must be an address that begins with http:// or https://";

@@ -54,7 +54,8 @@ struct SiteConfiguration {
 
   /// Why `value` cannot stand for `key`, as the end of a sentence that does not repeat it (there
   /// may be a password in it); empty when it can.
-  [[nodiscard]] static std::string_view complaint(std::string_view key, const std::string& value);
+  [[nodiscard]] static std::string_view validationError(std::string_view key,
+                                                        const std::string& value);
 
   /// The configuration in force. Thread-safe; what was read stays valid when another is set.
   static const SiteConfiguration& current();

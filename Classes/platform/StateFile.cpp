@@ -112,21 +112,23 @@ OpenedStateFile openWithoutWriting(const fs::path& path, const std::string& reas
   for (const auto& [name, flags] :
        {std::pair{path.string(), 0}, std::pair{unchanging, SQLite::OPEN_URI}}) {
     try {
-      return {openForReading(name, flags),
-              fmt::format("The settings file {} cannot be written ({}). Changes to settings and "
-                          "signing in will not be kept.",
-                          path.string(), reason)};
+      return {.database = openForReading(name, flags),
+              .notice = fmt::format(
+                  "The settings file {} cannot be written ({}). Changes to settings and "
+                  "signing in will not be kept.",
+                  path.string(), reason)};
     } catch (const StateFileError&) {
       throw;
     } catch (const std::exception&) {
       continue;
     }
   }
-  return {openInMemory(),
-          fmt::format("The settings file {} cannot be used ({}). Settings and signing in last only "
-                      "until Veltramoor closes.",
-                      path.string(), reason),
-          false};
+  return {.database = openInMemory(),
+          .notice = fmt::format(
+              "The settings file {} cannot be used ({}). Settings and signing in last only "
+              "until Veltramoor closes.",
+              path.string(), reason),
+          .isPersistent = false};
 }
 
 /// What this process was told when it set files aside, by their paths: whoever opens a damaged file
@@ -153,12 +155,12 @@ class Notices {
   std::map<fs::path, std::string> notices_;
 };
 
-/// Sets a damaged file aside and begins a new one. The lock is held alone.
+/// Sets a damaged file aside and begins a new one. The lock is held exclusively.
 OpenedStateFile replaceDamaged(const fs::path& path) {
   std::string notice;
   try {
     // Somebody else may have put a new one in its place meanwhile.
-    return {openForWriting(path), Notices::sharedInstance().about(path)};
+    return {.database = openForWriting(path), .notice = Notices::sharedInstance().about(path)};
   } catch (const StateFileDamaged& damage) {
     const fs::path kept = setStateFileAside(path);
     notice = fmt::format("The file of settings and cookies was damaged ({}). It is kept as {}.",
@@ -166,7 +168,7 @@ OpenedStateFile replaceDamaged(const fs::path& path) {
   }
   Notices::sharedInstance().add(path, notice);
   try {
-    return {openForWriting(path), notice + " A new one was begun."};
+    return {.database = openForWriting(path), .notice = notice + " A new one was begun."};
   } catch (const std::exception& error) {
     OpenedStateFile opened = openWithoutWriting(path, error.what());
     opened.notice = notice + " " + opened.notice.value_or("");
@@ -179,8 +181,8 @@ void pauseOutOfStep() {
   std::this_thread::sleep_for(std::chrono::milliseconds(5 + getpid() % 7 * 3));
 }
 
-/// Waits for one who holds the lock alone, which ours do only while they replace a file. Throws
-/// std::runtime_error when that takes too long.
+/// Waits for whoever holds the lock exclusively, which ours do only while they replace a file.
+/// Throws std::runtime_error when that takes too long.
 void share(StateFolderLock& lock) {
   const auto deadline = std::chrono::steady_clock::now() + kDamagedFileTimeout;
   while (!lock.share()) {
@@ -197,10 +199,10 @@ OpenedStateFile openOrReplace(const fs::path& path, StateFolderLock& lock) {
   while (true) {
     share(lock);
     try {
-      return {openForWriting(path), Notices::sharedInstance().about(path)};
+      return {.database = openForWriting(path), .notice = Notices::sharedInstance().about(path)};
     } catch (const StateFileDamaged& damage) {
       lock.release();
-      if (lock.takeAlone()) {
+      if (lock.lockExclusively()) {
         return replaceDamaged(path);
       }
       if (std::chrono::steady_clock::now() > deadline) {
@@ -212,32 +214,21 @@ OpenedStateFile openOrReplace(const fs::path& path, StateFolderLock& lock) {
   }
 }
 
-/// Lets the connection hold the lock until it is closed: SQLite destroys a function's data last.
-void keepUntilClosed(SQLite::Database& database, std::unique_ptr<StateFolderLock> lock) {
-  share(*lock);
-  sqlite3_create_function_v2(
-      database.getHandle(), "veltramoor_folder_lock", 0, SQLITE_UTF8, lock.release(),
-      [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); }, nullptr,
-      nullptr,
-      [](void* held) {
-        std::unique_ptr<StateFolderLock>(static_cast<StateFolderLock*>(held)).reset();
-      });
-}
-
 }  // namespace
 
 fs::path defaultStateFile() { return Bundle::stateFolder() / "veltramoor.sqlite"; }
 
 OpenedStateFile openStateFile(const std::optional<fs::path>& path) {
   if (!path) {
-    return {openInMemory(), std::nullopt, false};
+    return {.database = openInMemory(), .isPersistent = false};
   }
   const fs::path file = fs::absolute(*path);
   try {
     makeStateFolder(file.parent_path());
     auto lock = std::make_unique<StateFolderLock>(file.parent_path());
     OpenedStateFile opened = openOrReplace(file, *lock);
-    keepUntilClosed(*opened.database, std::move(lock));
+    share(*lock);
+    opened.lock = std::move(lock);
     return opened;
   } catch (const StateFileError&) {
     throw;

@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/StateFolder.h"
+
 namespace SQLite {
 class Database;
 }
@@ -23,11 +25,13 @@ class StateFileError : public std::runtime_error {
 [[nodiscard]] std::filesystem::path defaultStateFile();
 
 struct OpenedStateFile {
+  /// Held until after the database is closed; null for one in memory and for one that is only read.
+  std::unique_ptr<StateFolderLock> lock = nullptr;
   std::unique_ptr<SQLite::Database> database;
   /// A sentence for the person when something was out of order: a corrupt file was set aside (the
   /// sentence names where it is kept), or the folder cannot be written.
   /// Said again to everybody who opens the file later in this process.
-  std::optional<std::string> notice;
+  std::optional<std::string> notice = std::nullopt;
   /// False when memory took the file's place.
   bool isPersistent = true;
 };

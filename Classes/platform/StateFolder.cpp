@@ -70,7 +70,7 @@ StateFolderLock::~StateFolderLock() {
 
 bool StateFolderLock::share() { return tryFlock(descriptor_, LOCK_SH); }
 
-bool StateFolderLock::takeAlone() { return tryFlock(descriptor_, LOCK_EX); }
+bool StateFolderLock::lockExclusively() { return tryFlock(descriptor_, LOCK_EX); }
 
 void StateFolderLock::release() {
   if (descriptor_ >= 0) {

@@ -5,10 +5,10 @@
 
 namespace veltramoor {
 
-/// An advisory lock on a folder. Whoever has a state file of it open shares the lock, and only who
-/// holds it alone sets a damaged file aside: SQLite finds a file's journals by their names, so that
-/// a process with the old file open would take the new file's journals for its own. Where a folder
-/// cannot be locked, everybody goes on without.
+/// An advisory lock on a folder. Whoever has a state file of it open shares the lock, and a
+/// damaged file is set aside under the exclusive one: SQLite finds a file's journals by their
+/// names, so that a process with the old file open would take the new file's journals for its own.
+/// Where a folder cannot be locked, everybody goes on without.
 class StateFolderLock {
  public:
   explicit StateFolderLock(const std::filesystem::path& folder);
@@ -16,10 +16,10 @@ class StateFolderLock {
   StateFolderLock(const StateFolderLock&) = delete;
   StateFolderLock& operator=(const StateFolderLock&) = delete;
 
-  /// False, and nothing is held any more, when somebody else holds it alone.
+  /// False, and nothing is held any more, when somebody else holds it exclusively.
   [[nodiscard]] bool share();
   /// False, and nothing is held any more, when somebody else has it.
-  [[nodiscard]] bool takeAlone();
+  [[nodiscard]] bool lockExclusively();
   void release();
 
  private:

@@ -54,7 +54,7 @@ class UrlLoading::Impl {
     const TransferLimits limits{interval,
                                 std::chrono::steady_clock::now() + interval * limits_.hardCapFactor,
                                 limits_.maximumBodySize, limits_.maximumHeaderSize};
-    const Loan transfer(*this);
+    const Lease transfer(*this);
     const std::stop_callback wakeUp(request.stop, [&transfer] { transfer->wakeUp(); });
     for (int redirects = 0; redirects <= limits_.maximumRedirects; ++redirects) {
       TransferOutcome outcome = loggedHop(transfer, request, limits);
@@ -98,9 +98,9 @@ class UrlLoading::Impl {
  private:
   // A transfer for as long as one exchange lasts. The last one given back goes out first, so that
   // its connections are the freshest.
-  class Loan {
+  class Lease {
    public:
-    explicit Loan(Impl& owner) : owner_(owner) {
+    explicit Lease(Impl& owner) : owner_(owner) {
       const std::scoped_lock lock(owner_.mutex_);
       if (owner_.idle_.empty()) {
         owner_.transfers_.push_back(std::make_unique<CurlTransfer>(owner_.cookies_));
@@ -109,12 +109,12 @@ class UrlLoading::Impl {
       transfer_ = owner_.idle_.back();
       owner_.idle_.pop_back();
     }
-    ~Loan() {
+    ~Lease() {
       const std::scoped_lock lock(owner_.mutex_);
       owner_.idle_.push_back(transfer_);
     }
-    Loan(const Loan&) = delete;
-    Loan& operator=(const Loan&) = delete;
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
     CurlTransfer* operator->() const { return transfer_; }
 
    private:
@@ -122,7 +122,7 @@ class UrlLoading::Impl {
     CurlTransfer* transfer_;
   };
 
-  TransferOutcome hop(const Loan& transfer, const UrlRequest& request,
+  TransferOutcome hop(const Lease& transfer, const UrlRequest& request,
                       const TransferLimits& limits) {
     if (abandoned_ || request.stop.stop_requested()) {
       return {.failure = failureAt(request.url, TransferFailureKind::GivenUp,
@@ -135,7 +135,7 @@ class UrlLoading::Impl {
     return transfer->perform(request, limits, abandoned_);
   }
 
-  TransferOutcome loggedHop(const Loan& transfer, const UrlRequest& request,
+  TransferOutcome loggedHop(const Lease& transfer, const UrlRequest& request,
                             const TransferLimits& limits) {
     const auto start = std::chrono::steady_clock::now();
     TransferOutcome outcome = hop(transfer, request, limits);

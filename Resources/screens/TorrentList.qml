@@ -59,7 +59,7 @@ FocusScope {
         }
         // qmllint enable unqualified
 
-        // The ring around the current row is for who uses keys.
+        // The ring around the current row is for a person who uses keys.
         property bool keyboardInUse: false
 
         Keys.onReturnPressed: event => select(event)

@@ -42,25 +42,41 @@ class Lines {
   [[nodiscard]] bool isFull() const { return text_.size() >= kLongestPageText; }
   [[nodiscard]] std::string take() { return std::move(text_); }
 
-  void beginLine(std::size_t emptyLines) { ends_ = std::max(ends_, 1 + emptyLines); }
-  void breakLine() { ends_ = std::min<std::size_t>(ends_ + 1, 2); }
-  void owe(std::string_view blanks) { blanks_ = std::max(blanks_, blanks.size()); }
+  void beginLine(std::size_t emptyLines) {
+    ends_ = std::max(ends_, 1 + emptyLines);
+    forgetBlanks();
+  }
+  void breakLine() {
+    ends_ = std::min<std::size_t>(ends_ + 1, 2);
+    forgetBlanks();
+  }
+  /// At least so many blanks, unless a line ends here.
+  void owe(std::size_t blanks) { blanks_ = std::max(blanks_, blanks); }
+  /// One more blank, also at a line's beginning.
+  void addBlank() {
+    ++blanks_;
+    indents_ = true;
+  }
 
   void append(char c) {
-    if (ends_ > 0 && !text_.empty()) {
-      text_.append(ends_, '\n');
-    } else if (blanks_ > 0 && !text_.empty()) {
-      text_.append(blanks_, ' ');
-    }
+    const bool begins = ends_ > 0 || text_.empty();
+    text_.append(text_.empty() ? 0 : ends_, '\n');
+    text_.append(begins && !indents_ ? 0 : blanks_, ' ');
     ends_ = 0;
-    blanks_ = 0;
+    forgetBlanks();
     text_ += c;
   }
 
  private:
+  void forgetBlanks() {
+    blanks_ = 0;
+    indents_ = false;
+  }
+
   std::string text_;
   std::size_t ends_ = 0;
   std::size_t blanks_ = 0;
+  bool indents_ = false;
 };
 
 class Reader {
@@ -77,7 +93,7 @@ class Reader {
     } else if (element == "li") {
       append("- ");
     } else if (isCell(element)) {
-      lines_.owe("  ");
+      lines_.owe(2);
     }
   }
 
@@ -95,8 +111,10 @@ class Reader {
       const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
       if (preformatted_ > 0 && c == '\n') {
         lines_.breakLine();
+      } else if (isBlank && preformatted_ > 0) {
+        lines_.addBlank();
       } else if (isBlank) {
-        lines_.owe(" ");
+        lines_.owe(1);
       } else {
         lines_.append(c);
       }

@@ -20,7 +20,7 @@ void addSiteOptions(CLI::App& app, SiteConfiguration& configuration) {
     app.add_option("--" + name, configuration.*field,
                    "Overrides " + name + " of the configuration file")
         ->check([key = name](const std::string& value) {
-          return std::string(SiteConfiguration::complaint(key, value));
+          return std::string(SiteConfiguration::validationError(key, value));
         });
   }
 }

@@ -49,10 +49,10 @@ SiteConfiguration configurationFrom(const QCommandLineParser& parser) {
 }
 
 // What is wrong with an option of the command line, the value itself left out.
-std::optional<std::string> complaintAbout(const QCommandLineParser& parser) {
+std::optional<std::string> validationErrorIn(const QCommandLineParser& parser) {
   for (const auto& [name, field] : SiteConfiguration::keys()) {
     const QString option = QString::fromStdString(name);
-    const auto wrong = SiteConfiguration::complaint(name, parser.value(option).toStdString());
+    const auto wrong = SiteConfiguration::validationError(name, parser.value(option).toStdString());
     if (parser.isSet(option) && !wrong.empty()) {
       return "--" + name + " " + std::string(wrong);
     }
@@ -215,7 +215,7 @@ int main(int argc, char** argv) {
                       QStringLiteral("value")});
   }
   parser.process(application);
-  if (const auto wrong = complaintAbout(parser)) {
+  if (const auto wrong = validationErrorIn(parser)) {
     std::fprintf(stderr, "veltramoor: %s\n", wrong->c_str());
     return 2;
   }

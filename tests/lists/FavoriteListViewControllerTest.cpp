@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "lists/EditFavoriteListViewController.h"
-#include "lists/listings/SiteCodes.h"
 #include "platform/UrlLoading.h"
 #include "shell/overlay/LoadingIndicator.h"
 #include "support/ScreenTest.h"
@@ -136,22 +135,6 @@ TEST_F(FavoriteListViewControllerTest, TakesPageCountAndCategoryFromTheSettingsO
     ASSERT_TRUE(waitForBatches(batches_ + 1));
     EXPECT_EQ(asked(), one.targets);
     ASSERT_TRUE(waitFor([this] { return !list_->hasBackgroundWork(); }));
-  }
-}
-
-TEST_F(FavoriteListViewControllerTest, AsksForEveryCategory) {
-  store_.setString("Veltramoor_favoritesCount", "1");
-  // Not settings of this list, whatever they hold.
-  store_.setString("Veltramoor_orderBy", "7");
-  store_.setString("Veltramoor_sortBy", "asc");
-  for (const CategoryGroup& group : categoryTable()) {
-    for (const SettingChoice& member : group.members) {
-      store_.setString("Veltramoor_favoriteCategory", member.code);
-      list_->didRefresh();
-      ASSERT_TRUE(waitForBatches(batches_ + 1));
-      EXPECT_EQ(asked().front(),
-                member.code == "0" ? "/recent/0" : "/browse/" + std::string(member.code) + "/0/3");
-    }
   }
 }
 

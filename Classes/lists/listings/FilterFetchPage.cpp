@@ -12,6 +12,7 @@ FilterFetchPage::FilterFetchPage(std::optional<Url> url, std::shared_ptr<FilterS
 void FilterFetchPage::fetch() {
   HttpRequestRegExTorrent request(url());
   request.request();
+  failure_ = request.failure();
   returnObject_.torrents = request.takeTorrents();
   returnObject_.filters = filters_;
   if (returnObject_.torrents) {

@@ -1,34 +1,31 @@
 #include "shell/overlay/Wait.h"
 
-#include <QPointer>
-
-#include "shell/overlay/LoadingIndicator.h"
-
 namespace veltramoor {
 
 Wait::Wait() : Wait(LoadingIndicator::current()) {}
 
-Wait::Wait(LoadingIndicator& overlay) : overlay_(overlay) {
-  connect(&overlay_, &LoadingIndicator::hidden, this, &Wait::overlayHidden);
+Wait::Wait(LoadingIndicator& overlay) : overlay_(&overlay) {
+  connect(overlay_, &LoadingIndicator::hidden, this, &Wait::overlayHidden);
 }
 
 Wait::~Wait() {
-  disconnect(&overlay_, nullptr, this, nullptr);
+  // Nobody is told by what is half gone.
+  disconnect();
   end();
 }
 
 void Wait::begin(View* view, const QString& text, int offset) {
-  overlay_.setParentView(view);
-  overlay_.setString(text);
-  overlay_.setOffset(offset);
-  overlay_.showLoadingIndicators();
+  overlay_->setParentView(view);
+  overlay_->setString(text);
+  overlay_->setOffset(offset);
+  overlay_->showLoadingIndicators();
   takeOver();
 }
 
-void Wait::takeOver() { overlay_.setWait(this); }
+void Wait::takeOver() { overlay_->setWait(this); }
 
 void Wait::offerGoingOn() {
-  overlay_.offerGoingOn([self = QPointer(this)] {
+  overlay_->offerGoingOn([self = QPointer(this)] {
     if (self != nullptr) {
       emit self->wentOn();
     }
@@ -37,10 +34,12 @@ void Wait::offerGoingOn() {
 
 void Wait::end() {
   if (isShown()) {
-    overlay_.hideLoadingIndicators();
+    overlay_->hideLoadingIndicators();
   }
 }
 
-bool Wait::isShown() const { return overlay_.isShown() && overlay_.wait() == this; }
+bool Wait::isShown() const {
+  return overlay_ != nullptr && overlay_->isShown() && overlay_->wait() == this;
+}
 
 }  // namespace veltramoor

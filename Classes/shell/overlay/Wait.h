@@ -2,13 +2,13 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 
+#include "shell/overlay/LoadingIndicator.h"
 #include "toolkit/View.h"
 
 namespace veltramoor {
-
-class LoadingIndicator;
 
 /// Shows the overlay while something is waited for, and hides it when that has come, or with its
 /// own end. All screens share the overlay: one that another wait has taken meanwhile is left alone,
@@ -40,7 +40,8 @@ class Wait final : public QObject {
   void overlayHidden();
 
  private:
-  LoadingIndicator& overlay_;
+  // Null once the overlay has gone: what still waits at the program's end may go after it.
+  QPointer<LoadingIndicator> overlay_;
 };
 
 }  // namespace veltramoor

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QPainter>
+#include <memory>
 
 #include "platform/MainThread.h"
 #include "shell/overlay/RoundedRectView.h"
@@ -102,6 +103,15 @@ TEST(WaitTest, EndsItsOwnShowingAlone) {
   EXPECT_FALSE(overlay.isShown()) << "the other overlay is its own";
   sending.end();
   EXPECT_FALSE(SendingTorrentIndicator::current().isShown());
+
+  // A screen that the last delivery holds may go after the overlays.
+  class Overlay : public LoadingIndicator {};
+  auto gone = std::make_unique<Overlay>();
+  Wait late(*gone);
+  late.begin(&view, QStringLiteral("late"));
+  gone.reset();
+  EXPECT_FALSE(late.isShown());
+  late.end();
   MainThread::close();
 }
 
