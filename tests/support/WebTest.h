@@ -55,8 +55,6 @@ class PageServer {
 class WebTest : public ScreenTest {
  protected:
   WebTest() {
-    // Read once, at the engine's first use: invented hosts lead here.
-    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--host-resolver-rules=\"MAP *.example 127.0.0.1\"");
     configuration_ = SiteConfiguration::current();
     configuration_.siteHost = pages_.host();
     SiteConfiguration::setCurrent(configuration_);
