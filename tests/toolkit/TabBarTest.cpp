@@ -55,6 +55,10 @@ TEST_F(TabBarTest, FiveSlotsOnAPhoneAndEightOnATablet) {
   Device::sharedInstance().setScreenSize({768, 1024});
   EXPECT_EQ(tabs_.bar()->count(), 8);
   EXPECT_EQ(more->overflow()->count(), 4);
+  for (const auto& [shorter, count] : {std::pair(599.0, 5), {600.0, 8}}) {
+    Device::sharedInstance().setScreenSize({900, shorter});
+    EXPECT_EQ(tabs_.bar()->count(), count) << shorter;
+  }
   tabs_.setViewControllers({screens_[0], screens_[1]});
   EXPECT_EQ(tabs_.bar()->count(), 2);
   EXPECT_EQ(tabs_.tabBarHeight(), 49);
