@@ -190,6 +190,11 @@ TEST_F(AllListViewControllerTest, CountsSendsAndMarksEveryRowOfTheName) {
     marked += torrent.isDownloaded ? torrent.name + " " : "- ";
   }
   EXPECT_EQ(marked, "- - - twice d - - twice ");
+  const auto heard = [&](int row) {
+    return list_->rows()->data(list_->rows()->index(row), TorrentTableModel::SummaryRole);
+  };
+  EXPECT_EQ(heard(2), QStringLiteral("c, 1 KiB, today, 1 seeders, 2 leechers"));
+  EXPECT_EQ(heard(3), QStringLiteral("twice, 1 KiB, today, 1 seeders, 2 leechers, sent"));
   TorrentItemTableViewCell cell;
   list_->cellForRowAtIndexPath(3, &cell);
   EXPECT_FALSE(cell.downloadedImg.isNull());
@@ -216,6 +221,18 @@ TEST_F(AllListViewControllerTest, ALatePageLeavesTheOverlayToTheListThatWaitsNow
   EXPECT_TRUE(LoadingIndicator::current().isShown());
   ASSERT_TRUE(waitFor([&] { return !other->hasBackgroundWork() && other->rows()->torrents(); }));
   EXPECT_FALSE(LoadingIndicator::current().isShown());
+}
+
+// Who goes on from a page that takes long may ask for the next one.
+TEST_F(AllListViewControllerTest, ARefreshWaitsForEveryPageUnderWay) {
+  std::vector<bool> enabled;
+  QObject::connect(list_.get(), &AllListViewController::pageLoaded,
+                   [&] { enabled.push_back(list_->headerView()->refreshBtn()->isEnabled()); });
+  for (const int page : {0, 1, 2}) {
+    list_->fetchPage(page);
+  }
+  ASSERT_TRUE(waitForPages(3));
+  EXPECT_EQ(enabled, (std::vector<bool>{false, false, true}));
 }
 
 TEST_F(AllListViewControllerTest, DisablesEveryTabWhileItLoads) {
