@@ -9,8 +9,10 @@
 #include <QGuiApplication>
 #include <QThread>
 #include <functional>
+#include <memory>
 
 #include "demo/DemoSite.h"
+#include "platform/MainThread.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/UrlLoading.h"
@@ -28,6 +30,13 @@ inline bool waitFor(const std::function<bool()>& done) {
     QThread::msleep(1);
   }
   return true;
+}
+
+/// Runs what was handed to the main thread until now; false when ten seconds were not enough.
+inline bool deliver() {
+  const auto last = std::make_shared<bool>(false);
+  MainThread::perform([last] { *last = true; });
+  return waitFor([&] { return *last; });
 }
 
 class ScreenTest : public testing::Test {

@@ -209,6 +209,25 @@ TEST_F(ShellTest, ASessionThatTheSiteForgotIsRenewedOrEnded) {
   ASSERT_TRUE(app.waitForItem("loginView"));
 }
 
+TEST_F(ShellTest, WhoHasLoggedOutMeanwhileIsNotLoggedOutAgain) {
+  Application app(nullptr);
+  app.root().switchViews();
+  ASSERT_TRUE(idle(app));
+  const auto signingIn = sharedController(app.root().loginViewController());
+  signingIn->username()->setText("demo");
+  signingIn->password()->setText("wrong");
+  const std::size_t before = logins();
+  app.root().sessionInvalidated();
+  app.root().logout();
+  const LoginViewController* shown = app.root().loginViewController();
+  ASSERT_TRUE(waitFor([&] { return logins() == before + 1 && !signingIn->hasBackgroundWork(); }));
+  // The site's answer, and what that asks for.
+  ASSERT_TRUE(test::deliver() && test::deliver());
+  EXPECT_FALSE(app.root().sessionValidated());
+  EXPECT_FALSE(app.root().showLogin()) << "the tabs stay away";
+  EXPECT_EQ(app.root().loginViewController(), shown);
+}
+
 // A screen from the "More" list is named under its slot; the slot and the Escape key lead back.
 TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
   Application app(nullptr);
