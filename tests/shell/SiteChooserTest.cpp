@@ -46,6 +46,14 @@ TEST_F(SiteChooserTest, WithoutASiteItAsksForOneAndStoresIt) {
   EXPECT_EQ(site.problem(), QString());
   EXPECT_EQ(SiteConfiguration::current().siteHost, "index.test:8080");
   EXPECT_EQ(storedHost(), "index.test:8080");
+  for (const char* written : {"http://host///", "host/", "https://host"}) {
+    site.open();
+    EXPECT_TRUE(site.isShown());
+    site.field()->setText(written);
+    site.use();
+    EXPECT_EQ(site.problem(), QString()) << written;
+    EXPECT_EQ(storedHost(), "host") << written;
+  }
   site.open();
   EXPECT_TRUE(site.isShown());
   site.close();
