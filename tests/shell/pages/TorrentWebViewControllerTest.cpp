@@ -302,9 +302,13 @@ TEST_F(TorrentWebViewControllerTest, TheToolbarSendsTheTorrentThatWasOpened) {
   EXPECT_FALSE(app.item("webDownloadButtonMark")->isVisible());
   list->didRefresh();
   ASSERT_TRUE(waitFor([&] { return list->rows()->torrents()->front().name == "Newer!"; }));
+  list->didTapDownloadButton(1);
+  ASSERT_TRUE(waitFor([&] { return list->rows()->torrents()->at(1).isDownloaded; }));
+  EXPECT_FALSE(app.item("webDownloadButtonMark")->isVisible()) << "that was another torrent";
   app.click(app.item("webDownloadButton"));
-  ASSERT_TRUE(waitFor([&] { return list->sending().count() == 0 && client.hits() > 0; }));
-  EXPECT_EQ(DownloadHistory::names(), std::vector<std::string>{"Name 0"});
+  ASSERT_TRUE(waitFor([&] { return DownloadHistory::names().size() == 2; }));
+  ASSERT_TRUE(waitFor([&] { return list->sending().count() == 0; }));
+  EXPECT_EQ(DownloadHistory::names(), (std::vector<std::string>{"Name 1", "Name 0"}));
   EXPECT_TRUE(app.item("webDownloadButtonMark")->isVisible()) << "the page says that it was sent";
 }
 
