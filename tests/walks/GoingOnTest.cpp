@@ -1,4 +1,5 @@
 // A wait that has become long, and the person who goes on meanwhile.
+#include "lists/EditFavoriteListViewController.h"
 #include "lists/FavoriteListViewController.h"
 #include "lists/SearchListViewController.h"
 #include "remote/ServerInfo.h"
@@ -7,6 +8,7 @@
 #include "support/Application.h"
 #include "support/RawServer.h"
 #include "support/ScreenTest.h"
+#include "toolkit/Presentation.h"
 
 namespace veltramoor {
 namespace {
@@ -124,6 +126,34 @@ TEST_F(GoingOnTest, AListBehindAnotherScreenHoldsNothing) {
   app.click(app.item("tab0"));
   EXPECT_TRUE(loading_.isShown());
   ASSERT_TRUE(waitFor([&] { return !app.root().hasBackgroundWork() && !loading_.isShown(); }));
+}
+
+// The key means what lies in front, one thing at a time; the bar has the keyboard again when the
+// form over it has gone.
+TEST_F(GoingOnTest, EscapeLeavesWhatIsInFront) {
+  const auto list = std::make_shared<SearchListViewController>(TableViewStyle::Plain);
+  hold("/search/the");
+  Application app(std::make_shared<NavigationController>(list));
+  list->searchBar()->setText("the");
+  list->searchBarSearchButtonClicked();
+  app.click(app.item("searchBarInput"));
+  Presentation& form = Presentation::sharedInstance();
+  const auto filters = std::make_shared<EditFavoriteListViewController>(TableViewStyle::Plain);
+  form.present(std::make_shared<FavoriteComposeViewController>(filters));
+  ASSERT_TRUE(waitFor([&] { return loading_.canGoOn(); }));
+  Alerts::showMessage("Title", "in front of all");
+  ASSERT_TRUE(app.waitForItem("alertBox"));
+  const auto there = [&] {
+    return std::string(app.alert().isVisible() ? "alert " : "") +
+           (form.controller() != nullptr ? "form " : "") + (loading_.isShown() ? "wait " : "") +
+           (list->searchBar()->isEditing() ? "bar " : "");
+  };
+  for (const char* left : {"alert form wait ", "form wait ", "wait bar ", "bar ", "", ""}) {
+    EXPECT_EQ(there(), left);
+    app.type(Qt::Key_Escape);
+  }
+  EXPECT_TRUE(list->hasBackgroundWork()) << "the page still comes";
+  ASSERT_TRUE(app.waitForRows(30));
 }
 
 TEST_F(GoingOnTest, AnotherSearchIsShownAtOnceAndAlone) {
@@ -289,7 +319,11 @@ TEST_F(GoingOnTest, AnOfferGoesWithWhatItStoodFor) {
   loading_.showLoadingIndicators();
   loading_.offerGoingOn([&] { went += 10; });
   loading_.showLoadingIndicators();
-  QTest::qWait(400);
+  sending_.setPatience(2 * loading_.patience());
+  sending_.showLoadingIndicators();
+  sending_.offerGoingOn([] {});
+  ASSERT_TRUE(waitFor([&] { return sending_.canGoOn(); })) << "an offer that was due later";
+  sending_.hideLoadingIndicators();
   EXPECT_FALSE(loading_.canGoOn());
   loading_.goOn();
   loading_.offerGoingOn([&] { went += 100; });

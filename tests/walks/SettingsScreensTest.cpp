@@ -50,6 +50,13 @@ class SettingsScreensTest : public test::ScreenTest {
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(app_.window(), &event);
   }
+  [[nodiscard]] bool waitForRest(const char* wheel) const {
+    const QQuickItem* list = app_.item((std::string(wheel) + "List").c_str());
+    return waitFor([&] {
+      const int current = list->property("currentIndex").toInt();
+      return list->property("contentY").toDouble() == 40 * current - 80;
+    });
+  }
   // A click on the row that shows `text` of a wheel at rest.
   void tapRow(const char* wheel, const char* text) const {
     QQuickItem* row = nullptr;
@@ -61,11 +68,7 @@ class SettingsScreensTest : public test::ScreenTest {
         self(self, child);
       }
     };
-    const QQuickItem* list = app_.item((std::string(wheel) + "List").c_str());
-    EXPECT_TRUE(waitFor([&] {
-      const int current = list->property("currentIndex").toInt();
-      return list->property("contentY").toDouble() == 40 * current - 80;
-    }));
+    EXPECT_TRUE(waitForRest(wheel));
     EXPECT_TRUE(waitFor([&] {
       find(find, app_.item(wheel));
       return row != nullptr;
@@ -142,7 +145,10 @@ TEST_F(SettingsScreensTest, EveryScreenShowsItsPartsAndLeavesByEscape) {
 TEST_F(SettingsScreensTest, TopHundredsPickerStandsUnderTheBar) {
   open<Top100DisplaySettingsViewController>();
   EXPECT_EQ(app_.item("groupWheel")->mapToScene({}), QPointF(20, 50));
-  QTest::qWait(200);
+  // A wheel takes as long to turn as a form to scroll.
+  app_.type(Qt::Key_Down);
+  EXPECT_EQ(stored("top100Category"), "100");
+  ASSERT_TRUE(waitForRest("groupWheel"));
   EXPECT_EQ(app_.item("groupWheel")->mapToScene({}), QPointF(20, 50)) << "nothing needs to scroll";
 }
 
@@ -178,7 +184,6 @@ TEST_F(SettingsScreensTest, AWheelThatWasDraggedChoosesWhereItComesToRest) {
     QTest::mouseMove(app_.window(), at, 20);
   }
   EXPECT_EQ(stored("searchCategory"), "0") << "not while it is held";
-  QTest::qWait(200);
   QTest::mouseRelease(app_.window(), Qt::LeftButton, {}, at);
   EXPECT_TRUE(waitFor([&] { return stored("searchCategory") != "0"; }));
   const int row = app_.item("groupWheelList")->property("currentIndex").toInt();
