@@ -16,6 +16,14 @@ nlohmann::json orNull(const std::optional<std::string>& text) {
   return text ? nlohmann::json(*text) : nlohmann::json();
 }
 
+std::string kindNames() {
+  std::string names;
+  for (const BitClientClass& kind : BitClient::classes()) {
+    names += (names.empty() ? "" : ", ") + std::string(kind.name);
+  }
+  return names;
+}
+
 bool isPort(const std::string& text) {
   return !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == text.npos &&
          std::stoi(text) >= 1 && std::stoi(text) <= 65535;
@@ -35,7 +43,7 @@ int remoteSet(const RemoteArguments& arguments) {
   if (arguments.client) {
     const BitClientClass* kind = BitClient::classNamed(*arguments.client);
     if (kind == nullptr) {
-      return fail(kWrongUsage, "The client is one of Vuze, Transmission and Utorrent.");
+      return fail(kWrongUsage, "The client is one of " + kindNames() + ".");
     }
     port = port.value_or(std::string(kind->defaultPort));
   }
@@ -110,7 +118,7 @@ void addRemoteCommands(CLI::App& app, Commands& commands) {
   CLI::App* remote = app.add_subcommand("remote", "Your BitTorrent client")->require_subcommand(1);
   CLI::App* set = remote->add_subcommand("set", "Say where it is");
   const auto arguments = std::make_shared<RemoteArguments>();
-  set->add_option("--client", arguments->client, "Vuze, Transmission or Utorrent");
+  set->add_option("--client", arguments->client, "One of " + kindNames());
   set->add_option("--address", arguments->address, "Host name or IP address")->check(utf8());
   set->add_option("--port", arguments->port, "Port of its remote interface");
   set->add_option("--user", arguments->user, "User name of its remote interface")->check(utf8());
