@@ -74,13 +74,15 @@ TEST_F(ClientWebViewControllerTest, AsATestOfTheSettingsItHasABarAndSaysHowItWen
 TEST_F(ClientWebViewControllerTest, ItStaysAtItsServer) {
   const test::PageServer elsewhere;
   const std::string there = elsewhere.url();
-  pages_.set("/transmission/web/", "<title>Front</title><p><a id=out href='" + there +
-                                       "'>out</a></p><p><a id=blank "
-                                       "target=_blank href='" +
-                                       there +
-                                       "'>blank</a></p><p><a id=scheme href='https://127.0.0.1:" +
-                                       std::to_string(pages_.port()) +
-                                       "/'>other</a></p><p><a id=in href=next>in</a></p>");
+  pages_.set("/transmission/web/",
+             "<title>Front</title><script>var tapped = ''; addEventListener('click', e => tapped = "
+             "e.target.id, true)</script><p><a id=out href='" +
+                 there +
+                 "'>out</a></p><p><a id=blank "
+                 "target=_blank href='" +
+                 there + "'>blank</a></p><p><a id=scheme href='https://127.0.0.1:" +
+                 std::to_string(pages_.port()) +
+                 "/'>other</a></p><p><a id=in href=next>in</a></p>");
   pages_.set("/transmission/web/next",
              "<title>Next</title><script>fetch('../rpc').then(a => a.text()).then(t => "
              "document.title += t)</script>");
@@ -92,12 +94,13 @@ TEST_F(ClientWebViewControllerTest, ItStaysAtItsServer) {
   ASSERT_TRUE(waitForLoads(1));
   for (const char* id : {"out", "blank", "scheme"}) {
     tap(app, *screen, id);
-    QTest::qWait(200);
+    ASSERT_TRUE(waitForValue(*screen, "tapped", id));
     EXPECT_EQ(valueOf(*screen, "document.title"), "Front") << id;
     EXPECT_FALSE(isOverlayShown()) << id;
   }
   tap(app, *screen, "in");
   EXPECT_TRUE(waitForValue(*screen, "document.title", "Next!"));
+  EXPECT_EQ(elsewhere.hits(), 0U);
   // By itself, and while it loads.
   const int loads = loads_;
   pages_.set("/transmission/web/", "<script>location = '" + there + "'</script>");
@@ -144,7 +147,8 @@ TEST_F(ClientWebViewControllerTest, AnOutdatedAnswerIsShownNowhere) {
   screen->viewWillDisappear();
   ServerInfo::sharedInstance().setPassword("other");
   ASSERT_TRUE(waitFor([&] { return !screen->hasBackgroundWork(); }));
-  QTest::qWait(100);
+  // The page, and what it would be noted by.
+  ASSERT_TRUE(test::deliver() && test::deliver());
   EXPECT_EQ(bases.size(), 1U) << "the new password is for another client";
 }
 
