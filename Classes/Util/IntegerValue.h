@@ -5,8 +5,8 @@
 
 namespace veltramoor {
 
-/// The decimal number that `text` begins with, blanks before it and a sign allowed; 0 when there is
-/// none, and when it is none that an int can hold.
+/// The decimal number that `text` is, a sign and blanks around it allowed; 0 when it is none, and
+/// when an int cannot hold it.
 [[nodiscard]] int integerValue(std::string_view text);
 
 }  // namespace veltramoor

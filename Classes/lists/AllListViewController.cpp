@@ -45,10 +45,8 @@ AllListViewController::AllListViewController(std::unique_ptr<Listing> listing,
 }
 
 AllListViewController::~AllListViewController() {
-  // Nor is a list that is half gone, by the waits that end with it.
-  for (Wait* wait : {&loading_, &openingPage_}) {
-    disconnect(wait, nullptr, this, nullptr);
-  }
+  // A wait that ends with the list hides the overlay, and what is half gone must not hear of it.
+  disconnect(&loading_, nullptr, this, nullptr);
 }
 
 void AllListViewController::loadView() {

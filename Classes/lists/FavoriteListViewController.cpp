@@ -26,7 +26,7 @@ QString quoted(const std::string& regex) {
 FavoriteListViewController::FavoriteListViewController(TableViewStyle)
     : AllListViewController(std::make_unique<FavoriteListing>(),
                             QStringLiteral("FavoriteList.qml")),
-      fetching_([this](FilteredPage page) { show(std::move(page)); }) {
+      batches_([this](FilteredPage page) { show(std::move(page)); }) {
   headerView()->filtersBtn()->setHidden(false);
   setTitle(tr("Favorite Torrents"));
   tabBarItem()->set(tr("Favorites"), QStringLiteral("tabbar-favorites.png"), 1);
@@ -47,7 +47,7 @@ void FavoriteListViewController::viewWillAppear() {
 }
 
 bool FavoriteListViewController::hasBackgroundWork() const {
-  return AllListViewController::hasBackgroundWork() || fetching_.isBusy();
+  return AllListViewController::hasBackgroundWork() || batches_.isBusy();
 }
 
 void FavoriteListViewController::fetchFirstPage() { fetch(favorites().firstBatch()); }
@@ -59,10 +59,10 @@ void FavoriteListViewController::fetchNextXPages(int count, int startPage) {
 }
 
 void FavoriteListViewController::fetch(const PageBatch& batch) {
-  if (fetching_.outstanding() == 0) {
+  if (batches_.outstanding() == 0) {
     latestNames_.clear();
   }
-  fetching_.fetch(favorites(), batch, sharedController(this));
+  batches_.fetch(favorites(), batch, sharedController(this));
   setNotice({});
   // A refresh now would have the pages under way replace the rows and its own follow them.
   headerView()->refreshBtn()->setEnabled(false);
@@ -91,7 +91,7 @@ void FavoriteListViewController::loadedTorrents(std::optional<std::vector<Torren
   rows()->reload();
   emit progressChanged();
   emit pageLoaded(arrived);
-  if (fetching_.outstanding() == 0) {
+  if (batches_.outstanding() == 0) {
     batchEnded();
   }
 }
@@ -121,18 +121,18 @@ void FavoriteListViewController::batchEnded() {
   endWait();
   headerView()->refreshBtn()->setEnabled(true);
   setNotice(batchNotice());
-  emit batchLoaded(fetching_.failed() < pagesAsked());
+  emit batchLoaded(batches_.failed() < pagesAsked());
 }
 
 QString FavoriteListViewController::batchNotice() {
   const int asked = pagesAsked();
-  if (asked > 0 && fetching_.failed() == asked) {
+  if (asked > 0 && batches_.failed() == asked) {
     return failureNotice();
   }
   QStringList lines;
-  if (fetching_.failed() > 0) {
+  if (batches_.failed() > 0) {
     lines += tr("%1 of %2 pages did not come. Tap refresh to start again.")
-                 .arg(fetching_.failed())
+                 .arg(batches_.failed())
                  .arg(asked);
   }
   for (const std::string& regex : filters().givenUp()) {
@@ -150,7 +150,7 @@ QString FavoriteListViewController::batchNotice() {
 }
 
 bool FavoriteListViewController::loadMoreTakesTouches() const {
-  return fetching_.outstanding() < 2 && AllListViewController::loadMoreTakesTouches();
+  return batches_.outstanding() < 2 && AllListViewController::loadMoreTakesTouches();
 }
 
 void FavoriteListViewController::didRefresh() {
@@ -175,7 +175,7 @@ void FavoriteListViewController::didFilters() {
 }
 
 void FavoriteListViewController::reloadFilters() {
-  if (favorites().reloadFilters() && rows()->torrents() && fetching_.outstanding() == 0) {
+  if (favorites().reloadFilters() && rows()->torrents() && batches_.outstanding() == 0) {
     setNotice(tr("The filters have changed. Tap refresh to look again."));
   }
 }

@@ -40,8 +40,8 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   /// Pages of a batch: as stored when the list was last shown.
   [[nodiscard]] int NUM_PAGES() const { return favorites().pages(); }
   /// Of the batch under way, or of the last one.
-  [[nodiscard]] int pagesAsked() const { return fetching_.asked(); }
-  [[nodiscard]] int pagesDelivered() const { return fetching_.delivered(); }
+  [[nodiscard]] int pagesAsked() const { return batches_.asked(); }
+  [[nodiscard]] int pagesDelivered() const { return batches_.delivered(); }
   [[nodiscard]] const FilterSet& filters() const { return *favorites().filters(); }
 
  signals:
@@ -51,7 +51,7 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
 
  protected:
   [[nodiscard]] bool loadMoreTakesTouches() const override;
-  [[nodiscard]] bool isBusy() const override { return fetching_.outstanding() > 0; }
+  [[nodiscard]] bool isBusy() const override { return batches_.outstanding() > 0; }
 
  private:
   [[nodiscard]] QString loadingText() const override { return tr("Filtering..."); }
@@ -68,7 +68,7 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   /// Names of the latest pages, accepted or not: what a new filter is tried on.
   std::vector<std::string> latestNames_;
   // Last, so that its threads are joined before anything else goes.
-  FavoriteFetching fetching_;
+  FavoriteFetching batches_;
 };
 
 }  // namespace veltramoor

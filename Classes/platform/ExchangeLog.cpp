@@ -39,7 +39,14 @@ std::string lineOf(const ExchangeRecord& record) {
 }
 
 void writeToStandardError(const ExchangeRecord& record) {
-  const std::string line = lineOf(record) + "\n";
+  // Longer writes to a pipe may be parted (POSIX, PIPE_BUF): a magnet link with its trackers is
+  // long.
+  constexpr std::size_t kLongest = 2000;
+  std::string line = lineOf(record);
+  if (line.size() > kLongest) {
+    line = line.substr(0, kLongest / 2) + "..." + line.substr(line.size() - kLongest / 2);
+  }
+  line += "\n";
   [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
 }
 

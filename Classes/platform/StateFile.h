@@ -25,7 +25,7 @@ class StateFileError : public std::runtime_error {
 [[nodiscard]] std::filesystem::path defaultStateFile();
 
 struct OpenedStateFile {
-  /// Held until after the database is closed; null for one in memory and for one that is only read.
+  /// Held until after the database is closed; null where there is no folder to lock.
   std::unique_ptr<StateFolderLock> lock = nullptr;
   std::unique_ptr<SQLite::Database> database;
   /// A sentence for the person when something was out of order: a corrupt file was set aside (the

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <memory>
 #include <sstream>
 
@@ -9,6 +10,7 @@
 #include "ListOutput.h"
 #include "PageFetch.h"
 #include "PageText.h"
+#include "TimeLimit.h"
 #include "lists/listings/RecentListing.h"
 #include "platform/SiteConfiguration.h"
 #include "site/AnonymousUser.h"
@@ -21,6 +23,11 @@ struct DetailsArguments {
   int row = 0;
   int page = 0;
 };
+
+PageText layOut(const std::string& html) {
+  const TimeLimit limit(std::chrono::seconds(10), "The page takes too long to be laid out.");
+  return textOfPage(html);
+}
 
 int details(const DetailsArguments& arguments, bool json) {
   becomeAnonymous();
@@ -37,7 +44,7 @@ int details(const DetailsArguments& arguments, bool json) {
   if (!request.isResponseValid() || !request.result()) {
     return failToLoad();
   }
-  const PageText page = textOfPage(*request.result());
+  const PageText page = layOut(*request.result());
   if (json) {
     nlohmann::json answer = {{"name", torrent.name},
                              {"detailsUrl", torrent.detailsUrl},

@@ -33,7 +33,7 @@ void explain(const FavoriteFetching& fetching, const FilterSet& filters, bool an
   }
   if (filters.invalid().size() == filters.size()) {
     fail(kDone, "No filter is a valid expression; see: filters list");
-  } else if (!anyRow) {
+  } else if (!anyRow && fetching.failed() == 0 && filters.givenUp().empty()) {
     fail(kDone, "No filter accepts a torrent of these pages.");
   }
 }

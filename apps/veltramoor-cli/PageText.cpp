@@ -82,6 +82,7 @@ class Lines {
 class Reader {
  public:
   void start(std::string_view element) {
+    ++depth_;
     hidden_ += isHidden(element) ? 1 : 0;
     preformatted_ += element == "pre" ? 1 : 0;
     if (hidden_ > 0) {
@@ -98,6 +99,7 @@ class Reader {
   }
 
   void end(std::string_view element) {
+    --depth_;
     beginWith(element);
     hidden_ -= isHidden(element) ? 1 : 0;
     preformatted_ -= element == "pre" ? 1 : 0;
@@ -107,7 +109,14 @@ class Reader {
     if (hidden_ > 0) {
       return;
     }
-    for (const char c : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const char c = text[i];
+      if (text.substr(i).starts_with(kNoBreakSpace)) {
+        // A blank for whoever looks for words, and one that stays where it is.
+        lines_.append(' ');
+        i += kNoBreakSpace.size() - 1;
+        continue;
+      }
       const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
       if (preformatted_ > 0 && c == '\n') {
         lines_.breakLine();
@@ -121,7 +130,7 @@ class Reader {
     }
   }
 
-  [[nodiscard]] bool isFull() const { return lines_.isFull(); }
+  [[nodiscard]] bool isFull() const { return lines_.isFull() || depth_ > kDeepest; }
   [[nodiscard]] std::string take() { return lines_.take(); }
 
  private:
@@ -131,7 +140,12 @@ class Reader {
     }
   }
 
+  static constexpr std::string_view kNoBreakSpace = "\u00a0";
+  // The parser looks through all open elements at each end tag that closes none.
+  static constexpr int kDeepest = 2000;
+
   Lines lines_;
+  int depth_ = 0;
   int hidden_ = 0;
   int preformatted_ = 0;
 };

@@ -18,8 +18,10 @@ struct PageText {
 };
 
 /// What a reader sees of `html` (UTF-8): no scripts, styles or title; blocks and line breaks begin
-/// a line, items of a list a line with a hyphen, and cells of a row stand beside each other. Reads
-/// as it goes, so that a large page costs no more than its text.
+/// a line, items of a list a line with a hyphen, and cells of a row stand beside each other; a
+/// no-break space is a blank. Reads as it goes, so that a large page takes no more memory than its
+/// text. What is nested deeper than anybody nests is cut; a tag with very many attributes takes
+/// long.
 [[nodiscard]] PageText textOfPage(std::string_view html);
 
 }  // namespace veltramoor::cli

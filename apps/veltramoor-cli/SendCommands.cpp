@@ -36,7 +36,8 @@ std::optional<int> rowNumber(const std::string& text) {
 // The link's own display name, or the link.
 std::string nameOfMagnet(std::string_view magnet) {
   constexpr std::string_view kItem = "dn=";
-  std::string_view query = magnet.substr(std::min(magnet.find('?'), magnet.size()));
+  std::string_view query = magnet.substr(0, magnet.find('#'));
+  query.remove_prefix(std::min(query.find('?'), query.size()));
   while (!query.empty()) {
     query.remove_prefix(1);
     const std::string_view item = query.substr(0, query.find('&'));

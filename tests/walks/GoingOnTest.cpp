@@ -20,7 +20,7 @@ using test::waitFor;
 class GoingOnTest : public test::ScreenTest {
  protected:
   GoingOnTest() { setPatience(300ms); }
-  ~GoingOnTest() override { setPatience(3s); }
+  ~GoingOnTest() override { setPatience(usual_); }
 
   void setPatience(std::chrono::milliseconds patience) {
     loading_.setPatience(patience);
@@ -50,6 +50,7 @@ class GoingOnTest : public test::ScreenTest {
     return !overlay.isShown();
   }
 
+  const std::chrono::milliseconds usual_ = LoadingIndicator::current().patience();
   LoadingIndicator& loading_ = LoadingIndicator::current();
   LoadingIndicator& sending_ = SendingTorrentIndicator::current();
 };

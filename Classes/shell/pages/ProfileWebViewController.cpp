@@ -8,7 +8,7 @@ namespace veltramoor {
 ProfileWebViewController::ProfileWebViewController(std::optional<Url> url,
                                                    std::shared_ptr<OpeningList> target)
     : WebViewController(std::move(url), std::move(target)) {
-  targetWaits_ = true;
+  haveTargetWait();
 }
 
 void ProfileWebViewController::viewDidLoad() {

@@ -24,10 +24,6 @@ WebViewController::WebViewController(std::optional<Url> url, std::shared_ptr<Ope
       url_(std::move(url)),
       target_(std::move(target)) {
   setTitle({});
-  if (target_ != nullptr) {
-    // The list has shown the overlay, for this screen to hide.
-    loading_.takeOver();
-  }
 }
 
 WebViewController::~WebViewController() = default;
@@ -96,6 +92,20 @@ void WebViewController::cancel() {
   }
   hideLoading();
   ViewController::cancel();
+}
+
+void WebViewController::haveTargetWait() {
+  targetWaits_ = true;
+  loading_.takeOver();
+}
+
+bool WebViewController::escape() {
+  const bool stops = myWebView_ != nullptr && myWebView_->isLoading();
+  if (stops) {
+    myWebView_->stop();
+    hideLoading();
+  }
+  return stops;
 }
 
 bool WebViewController::isRemoved() const {

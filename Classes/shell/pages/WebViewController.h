@@ -39,6 +39,8 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   void viewWillAppear() override;
   void viewWillDisappear() override;
   void cancel() override;
+  /// Stops a load.
+  bool escape() override;
   [[nodiscard]] bool hasBackgroundWork() const override;
 
   /// Back in the web view; at its beginning, the page that this screen was opened for.
@@ -96,6 +98,9 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   /// Has the pages of all fetches so far ignored when they come.
   void ignoreEarlierFetches() { ++generation_; }
   void addOperation(std::shared_ptr<Operation> operation);
+  /// The list that opened this screen waits for its page, and has shown the overlay for this screen
+  /// to hide.
+  void haveTargetWait();
   /// Lets the list that opened this screen go on, and the way back be taken.
   void releaseTarget();
   void setUrl(std::optional<Url> url) { url_ = std::move(url); }

@@ -34,6 +34,7 @@ class ListingTest : public testing::Test {
   }
   ~ListingTest() override {
     UserInfo::sharedInstance().setUsername(std::nullopt);
+    SiteConfiguration::setCurrent({});
     Preferences::setSharedInstance(nullptr);
   }
 
@@ -167,8 +168,17 @@ TEST_F(ListingTest, OneCanBeToldOtherSettings) {
 
 TEST_F(ListingTest, FavouritesComeInBatchesThatSkipAPage) {
   FavoriteListing favorites;
-  for (const auto& [stored, pages] : std::initializer_list<std::pair<const char*, int>>{
-           {"", 5}, {"20", 20}, {"0", 1}, {"-3", 1}, {"many", 1}, {"3", 3}}) {
+  for (const auto& [stored, pages] :
+       std::initializer_list<std::pair<const char*, int>>{{"", 5},
+                                                          {"20", 20},
+                                                          {"0", 1},
+                                                          {"-3", 1},
+                                                          {"many", 1},
+                                                          {"20abc", 1},
+                                                          {"+-5", 1},
+                                                          {"99999999999", 1},
+                                                          {" +4 ", 4},
+                                                          {"3", 3}}) {
     store_.setString(PreferencesKeys::favoritesCount, stored);
     EXPECT_EQ(FavoriteListing::storedPages(), pages) << stored;
   }
