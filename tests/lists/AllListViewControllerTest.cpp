@@ -7,6 +7,7 @@
 #include "remote/ServerInfo.h"
 #include "shell/overlay/LoadingIndicator.h"
 #include "shell/overlay/SendingTorrentIndicator.h"
+#include "support/ListingPage.h"
 #include "support/RawServer.h"
 #include "support/ScreenTest.h"
 #include "toolkit/TabBarController.h"
@@ -155,12 +156,8 @@ TEST_F(AllListViewControllerTest, AFirstPageThatFailedIsAskedForAgain) {
 
 TEST_F(AllListViewControllerTest, CountsSendsAndMarksEveryRowOfTheName) {
   const test::RawServer pages([](const test::RecordedRequest&) {
-    std::string page = "<table>";
-    for (const char* name : {"a", "b", "c", "twice", "d", "e", "f", "twice"}) {
-      page += std::string("<tr><td href=\"/browse/303\"><td href=\"/torrent/1/a\">") + name +
-              "</a>href=\"magnet:?a\" Uploaded today, Size 1 KiB,<td>1</td><td>2</td></tr>\n";
-    }
-    return test::RawServer::response(200, page);
+    return test::RawServer::response(
+        200, test::listingPage({"a", "b", "c", "twice", "d", "e", "f", "twice"}));
   });
   SiteConfiguration configuration;
   configuration.siteHost = pages.hostAndPort();
@@ -168,10 +165,7 @@ TEST_F(AllListViewControllerTest, CountsSendsAndMarksEveryRowOfTheName) {
   const test::RawServer client([](const test::RecordedRequest& request) {
     return test::RawServer::response(request.method == "GET" ? 409 : 200);
   });
-  ServerInfo& info = ServerInfo::sharedInstance();
-  info.setClient("Transmission");
-  info.setAddress("127.0.0.1");
-  info.setPort(std::to_string(client.port()));
+  sendTo(client);
   list_->fetchPage(0);
   ASSERT_TRUE(waitForPages(1));
   ASSERT_EQ(list_->rows()->torrentCount(), 8);
@@ -203,7 +197,7 @@ TEST_F(AllListViewControllerTest, CountsSendsAndMarksEveryRowOfTheName) {
 
   list_->didTapDownloadButton(99);
   EXPECT_EQ(list_->sending().count(), 0);
-  info.setPort("1");
+  ServerInfo::sharedInstance().setPort("1");
   list_->didTapDownloadButton(6);
   ASSERT_TRUE(waitFor([&] { return sends_ == 3; }));
   EXPECT_EQ(delegate_.alertView()->title(), QStringLiteral("Connection with server failed."));

@@ -8,6 +8,7 @@
 #include "site/AnonymousUser.h"
 #include "site/UserInfo.h"
 #include "support/Application.h"
+#include "support/ListingPage.h"
 #include "support/RawServer.h"
 
 namespace veltramoor {
@@ -82,13 +83,8 @@ TEST_F(ListVariantsTest, NameThemselvesAndOpenTheirSettings) {
 TEST_F(ListVariantsTest, EndAtAPageOfFewerThan30Rows) {
   std::size_t rows = 29;
   const test::RawServer pages([&rows](const test::RecordedRequest&) {
-    std::string page = "<table>";
-    for (std::size_t i = 0; i < rows; ++i) {
-      page +=
-          "<tr><td href=\"/browse/303\"><td href=\"/torrent/1/a\">N <b>x</b></a>"
-          "href=\"magnet:?a\" Uploaded today, Size 1 KiB,<td>1</td><td>2</td></tr>\n";
-    }
-    return test::RawServer::response(200, page);
+    return test::RawServer::response(
+        200, test::listingPage(std::vector<std::string>(rows, "N <b>x</b>")));
   });
   SiteConfiguration configuration;
   configuration.siteHost = pages.hostAndPort();

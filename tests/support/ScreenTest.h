@@ -16,7 +16,9 @@
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "platform/UrlLoading.h"
+#include "remote/ServerInfo.h"
 #include "shell/VeltramoorAppDelegate.h"
+#include "support/RawServer.h"
 
 namespace veltramoor::test {
 
@@ -54,6 +56,14 @@ class ScreenTest : public testing::Test {
     UrlLoading::sharedInstance().resume();
   }
   ~ScreenTest() override { Preferences::setSharedInstance(nullptr); }
+
+  /// Makes `client`, on this machine, the person's Transmission.
+  static void sendTo(const RawServer& client) {
+    ServerInfo& info = ServerInfo::sharedInstance();
+    info.setClient("Transmission");
+    info.setAddress("127.0.0.1");
+    info.setPort(std::to_string(client.port()));
+  }
 
   Preferences store_{std::nullopt};
   DemoSite site_;

@@ -30,12 +30,6 @@ class GoingOnTest : public test::ScreenTest {
   void hold(const std::string& path, std::chrono::milliseconds delay = 2s) {
     site_.setFault(path, Fault{FaultKind::None, delay, 1});
   }
-  static void sendTo(const test::RawServer& client) {
-    ServerInfo& info = ServerInfo::sharedInstance();
-    info.setClient("Transmission");
-    info.setAddress("127.0.0.1");
-    info.setPort(std::to_string(client.port()));
-  }
   /// The person's tap or key, as soon as it is offered.
   static bool goOn(Application& app, LoadingIndicator& overlay, bool byKey) {
     if (!waitFor([&] { return overlay.canGoOn(); })) {

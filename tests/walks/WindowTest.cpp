@@ -5,6 +5,7 @@
 #include "remote/DownloadHistory.h"
 #include "remote/ServerInfo.h"
 #include "support/Application.h"
+#include "support/ListingPage.h"
 #include "support/RawServer.h"
 #include "support/ScreenTest.h"
 #include "support/TemporaryFolder.h"
@@ -265,13 +266,8 @@ TEST_F(WindowTest, TheSettingsChangeWhatTheNextRequestAsksFor) {
 // 3,000 rows from end to end: what is drawn with is a screenful, whatever the list holds.
 TEST_F(WindowTest, ReusesItsRows) {
   const test::RawServer pages([](const test::RecordedRequest&) {
-    std::string page = "<table>";
-    for (int i = 0; i < 3000; ++i) {
-      page +=
-          "<tr><td href=\"/browse/303\"><td href=\"/torrent/1/a\">N <b>x</b></a>"
-          "href=\"magnet:?a\" Uploaded today, Size 1 KiB,<td>1</td><td>2</td></tr>\n";
-    }
-    return test::RawServer::response(200, page);
+    return test::RawServer::response(
+        200, test::listingPage(std::vector<std::string>(3000, "N <b>x</b>")));
   });
   SiteConfiguration configuration;
   configuration.siteHost = pages.hostAndPort();

@@ -9,6 +9,7 @@
 
 #include "remote/DownloadHistory.h"
 #include "remote/ServerInfo.h"
+#include "support/ListingPage.h"
 #include "support/Places.h"
 #include "support/TransmissionDaemon.h"
 #include "support/WebTest.h"
@@ -28,12 +29,11 @@ bool hasEngine(qint64 process) {
 }
 
 std::string listing() {
-  std::string page = "<table>";
+  std::vector<std::string> names;
   for (int i = 0; i < 30; ++i) {
-    page += "<tr><td href=\"/browse/303\"><td href=\"/torrent/1/a\">Name " + std::to_string(i) +
-            "</a>href=\"magnet:?xt=a\" Uploaded today, Size 1 KiB,<td>1</td><td>2</td></tr>\n";
+    names.push_back("Name " + std::to_string(i));
   }
-  return page + "</table>";
+  return test::listingPage(names, "magnet:?xt=a");
 }
 
 std::string detailsPage(const std::string& body) {
@@ -88,10 +88,7 @@ TEST_F(TorrentWebViewControllerTest, WalksThroughPagesAndBackAndSends) {
   pages_.set("/page3", "<title>Three</title><p>end</p>");
   movies_.set("/title/tt1/", "<title>Movie</title>");
   const RawServer client([](const test::RecordedRequest&) { return RawServer::response(200); });
-  ServerInfo& info = ServerInfo::sharedInstance();
-  info.setClient("Transmission");
-  info.setAddress("127.0.0.1");
-  info.setPort(std::to_string(client.port()));
+  sendTo(client);
 
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
@@ -285,10 +282,7 @@ TEST_F(TorrentWebViewControllerTest, AServerThatHangsCanBeGivenUpOn) {
 TEST_F(TorrentWebViewControllerTest, TheToolbarSendsTheTorrentThatWasOpened) {
   pages_.set("/torrent/1/a", detailsPage("plain"));
   const RawServer client([](const test::RecordedRequest&) { return RawServer::response(200); });
-  ServerInfo& info = ServerInfo::sharedInstance();
-  info.setClient("Transmission");
-  info.setAddress("127.0.0.1");
-  info.setPort(std::to_string(client.port()));
+  sendTo(client);
   Application app;
   ASSERT_TRUE(app.waitForRows(30));
   const auto list = std::static_pointer_cast<AllListViewController>(app.list().shared_from_this());
