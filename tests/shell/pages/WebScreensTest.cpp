@@ -121,7 +121,8 @@ TEST_F(WebScreensTest, AForumThatLeadsAwayByItselfIsNotFetchedForEver) {
   ASSERT_TRUE(waitForLoads(5));
   EXPECT_EQ(forum_.hits("/"), 4U);
   EXPECT_EQ(elsewhere_.hits(), 0U);
-  EXPECT_FALSE(isOverlayShown());
+  // The load that was counted may be the one that the visit broke off.
+  EXPECT_TRUE(waitFor([this] { return !isOverlayShown(); }));
 }
 
 TEST_F(WebScreensTest, TheSiteIsFetchedOnEveryVisitAndShowsThreeMegabytes) {
