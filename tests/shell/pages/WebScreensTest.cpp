@@ -118,11 +118,11 @@ TEST_F(WebScreensTest, AForumThatLeadsAwayByItselfIsNotFetchedForEver) {
   WebCookies::sharedInstance().push();
   forum->viewWillDisappear();
   forum->appear();
-  ASSERT_TRUE(waitForLoads(5));
+  // Leaving may have ended a load of its own: the visit's page is known by its request.
+  ASSERT_TRUE(waitFor([this] { return forum_.hits("/") > 3; }));
+  EXPECT_TRUE(waitFor([this] { return !isOverlayShown(); }));
   EXPECT_EQ(forum_.hits("/"), 4U);
   EXPECT_EQ(elsewhere_.hits(), 0U);
-  // The load that was counted may be the one that the visit broke off.
-  EXPECT_TRUE(waitFor([this] { return !isOverlayShown(); }));
 }
 
 TEST_F(WebScreensTest, TheSiteIsFetchedOnEveryVisitAndShowsThreeMegabytes) {
