@@ -102,25 +102,22 @@ TEST_F(WebLoadsTest, AForumPageThatLeadsAwayWhileItLoadsStaysInTheEnd) {
 
 // The engine speaks of a stopped load when the next one is under way already.
 TEST_F(WebLoadsTest, ALoadThatMakesWayDoesNotEndTheOneAfterIt) {
-  const RawServer slow([](const test::RecordedRequest& request) {
-    return test::RawReply::hang(request.target == "/1"
-                                    ? ""
-                                    : "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\n"
-                                      "Content-Length: 9999\r\n\r\n<title>second</title>" +
-                                          std::string(2000, ' '));
-  });
+  const RawServer slow([](const test::RecordedRequest&) { return test::RawReply::hang(); });
   const auto screen = std::make_shared<WebViewController>(std::nullopt, nullptr);
   Application app(std::make_shared<NavigationController>(screen));
   screen->initializeWebView("<title>t</title>");
   watch(*screen);
   ASSERT_TRUE(waitForLoads(1));
-  screen->loadRequest(QUrl(QString::fromStdString(slow.url("/1"))));
-  EXPECT_TRUE(waitFor([&] { return slow.hits() == 1; }));
-  EXPECT_TRUE(isOverlayShown());
-  screen->loadRequest(QUrl(QString::fromStdString(slow.url("/2"))));
-  ASSERT_TRUE(waitForValue(*screen, "document.title", "second")) << "the first is long over";
-  EXPECT_TRUE(isOverlayShown());
-  EXPECT_TRUE(screen->myWebView()->isLoading());
+  const auto load = [&](const char* path, std::size_t hits) {
+    screen->loadRequest(QUrl(QString::fromStdString(slow.url(path))));
+    EXPECT_TRUE(waitFor([&] { return slow.hits() == hits; }));
+    // What the engine still has to say of the one before.
+    QTest::qWait(200);
+    EXPECT_TRUE(isOverlayShown());
+    EXPECT_TRUE(screen->myWebView()->isLoading());
+  };
+  load("/1", 1);
+  load("/2", 2);
   EXPECT_EQ(loads_, 2) << "the first load of the two has ended, once";
   screen->viewWillDisappear();
   EXPECT_EQ(loads_, 3);
