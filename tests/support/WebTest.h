@@ -104,6 +104,20 @@ class WebTest : public ScreenTest {
                             place.section(QLatin1Char(','), 1, 1).toDouble()) *
                         zoom);
   }
+  /// Taps it until the page, whose script keeps the id of what was tapped in `tapped`, has heard:
+  /// the engine drops what comes before it has drawn the page.
+  [[nodiscard]] static bool tapUntilHeard(const Application& app, const WebViewController& screen,
+                                          const std::string& id) {
+    for (int tries = 0; tries < 10; ++tries) {
+      tap(app, screen, id);
+      for (const QDeadlineTimer second(1000); !second.hasExpired();) {
+        if (valueOf(screen, "tapped") == id) {
+          return true;
+        }
+      }
+    }
+    return false;
+  }
   [[nodiscard]] static bool isOverlayShown() { return LoadingIndicator::current().isShown(); }
 
   PageServer pages_;

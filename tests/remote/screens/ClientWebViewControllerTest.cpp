@@ -93,8 +93,7 @@ TEST_F(ClientWebViewControllerTest, ItStaysAtItsServer) {
   Application app(std::make_shared<NavigationController>(screen));
   ASSERT_TRUE(waitForLoads(1));
   for (const char* id : {"out", "blank", "scheme"}) {
-    tap(app, *screen, id);
-    ASSERT_TRUE(waitForValue(*screen, "tapped", id));
+    ASSERT_TRUE(tapUntilHeard(app, *screen, id)) << id;
     EXPECT_EQ(valueOf(*screen, "document.title"), "Front") << id;
     EXPECT_FALSE(isOverlayShown()) << id;
   }

@@ -153,8 +153,7 @@ TEST_F(WebLoadsTest, OnlyTappedLinksOpenWhatAsksForAWindow) {
   for (const char* title : {"/", "/page?a=%20b"}) {
     ASSERT_TRUE(waitForValue(*site, "document.title", title));
     for (const char* id : {"plain", "link", "click", "focus", "down", "form", "frame"}) {
-      tap(app, *site, id);
-      ASSERT_TRUE(waitForValue(*site, "tapped", id));
+      ASSERT_TRUE(tapUntilHeard(app, *site, id)) << id;
       EXPECT_EQ(valueOf(*site, "document.title"), title) << id;
     }
     tap(app, *site, "inner");
