@@ -192,6 +192,7 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
   EXPECT_EQ(stored(), "abd");
 
   list_->viewWillAppear();
+  ASSERT_TRUE(waitFor([&] { return rowItem(app, 1)->y() == 37; })) << "the rows have moved up";
   swipe(app, 1, 350, 20);
   EXPECT_EQ(stored(), "ad") << "a full swipe deletes at once";
   EXPECT_EQ(shown(), "da") << "which is the middle row";
