@@ -35,6 +35,10 @@ inline constexpr std::string_view serverPassword = "Veltramoor_serverPassword";
 /// read off the main thread.
 inline constexpr std::string_view torrentHistory = "Veltramoor_torrentHistory";
 
+/// Array: what the terminal program listed last: the listing in words, then name and link of each
+/// row in turn; absent: nothing yet. The application itself has no use for it.
+inline constexpr std::string_view terminalListing = "Veltramoor_terminalListing";
+
 /// Array: favourite filters in the order added; absent: none, and the favourites stay empty.
 inline constexpr std::string_view filters = "Veltramoor_filters";
 /// Pages of one favourites batch, "5" to "50"; absent: 5.

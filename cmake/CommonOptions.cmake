@@ -10,8 +10,10 @@ set(VELTRAMOOR_SANITIZE "" CACHE STRING "Sanitizers to build with: empty, 'addre
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  # What one preset has compiled serves another one with the same options, wherever it is built.
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1
+  # What one preset has compiled serves another one with the same options, wherever it is built. What
+  # a file depends on is taken from the compiler's own list: finding it by preprocessing first cost a
+  # cold build a fifth of its time.
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
     "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_SLOPPINESS=pch_defines,time_macros
     "${CCACHE_PROGRAM}")
 endif()

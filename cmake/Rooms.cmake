@@ -8,6 +8,28 @@ function(veltramoor_room name library)
   target_include_directories(${room} PUBLIC "${PROJECT_SOURCE_DIR}/Classes")
   target_link_libraries(${room} PUBLIC Threads::Threads fmt::fmt PRIVATE veltramoor_options)
   target_link_libraries(${library} PUBLIC ${room})
+  if(library STREQUAL veltramoor_core)
+    veltramoor_precompile(${room} core
+      <algorithm> <chrono> <filesystem> <functional> <map> <memory> <mutex> <optional> <string>
+      <string_view> <vector> <fmt/format.h>)
+  else()
+    veltramoor_precompile(${room} screens
+      <algorithm> <chrono> <functional> <map> <memory> <mutex> <optional> <string> <string_view>
+      <vector> <QAbstractListModel> <QImage> <QObject> <QPointer> <QString> <QStringList> <QTimer>
+      <QUrl> <QVariant>)
+  endif()
+endfunction()
+
+# veltramoor_precompile(TARGET GROUP HEADERS...): the first target of a group compiles the headers,
+# the others take what it has made. They must all be compiled with the same options.
+function(veltramoor_precompile target group)
+  get_property(first GLOBAL PROPERTY VELTRAMOOR_PRECOMPILED_${group})
+  if(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    set_property(GLOBAL PROPERTY VELTRAMOOR_PRECOMPILED_${group} ${target})
+  endif()
 endfunction()
 
 # veltramoor_screens_room(NAME SOURCES...): a room of the third floor, whose classes QML may name.

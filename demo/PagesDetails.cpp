@@ -81,7 +81,7 @@ std::string detailsPage(const PageContext& context, const DemoTorrent& torrent) 
   page += fmt::format(
       "<p><a href=\"{}\" title=\"Get this torrent\">Get this torrent (magnet link)</a> &middot; "
       "<a href=\"/files/{}.torrent\">{} file: {}.torrent</a></p>\n",
-      escapeHtml(magnetLink(torrent.infoHash, torrent.name)), torrent.id,
+      linkMarkup(magnetLink(torrent.infoHash, torrent.name)), torrent.id,
       context.say("Torrent", "Torrent-"), torrent.id);
   page += premiumAnchor(context) + description(torrent) + downloadBox();
   page += sponsoredLink() + "</div>\n";

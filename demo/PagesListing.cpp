@@ -10,13 +10,13 @@ namespace veltramoor {
 namespace {
 
 std::string magnetMarkup(const PageContext& context, const DemoTorrent& torrent, std::size_t row) {
-  std::string link = magnetLink(torrent.infoHash, torrent.name);
+  const std::string link = magnetLink(torrent.infoHash, torrent.name);
   if (context.layout == FaultKind::QuoteMagnet && row < 2) {
     // The second keeps its apostrophe as it is; a double quote could not stand raw.
-    return row == 0 ? escapeHtml(link + "&x=\"quoted\"&y=100%")
-                    : escapeHtml(link) + "&amp;x=it's&amp;y=%22";
+    return row == 0 ? linkMarkup(link + "&x=\"quoted\"&y=100%")
+                    : linkMarkup(link) + "&x=it's&y=%22";
   }
-  return escapeHtml(link);
+  return linkMarkup(link);
 }
 
 std::string uploaderMarkup(const DemoTorrent& torrent) {

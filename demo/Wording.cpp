@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 namespace veltramoor {
@@ -66,6 +67,19 @@ std::string percentEncode(std::string_view text, bool plus) {
     }
   }
   return encoded;
+}
+
+std::string linkMarkup(std::string_view link) {
+  std::string markup;
+  for (std::size_t end = 0; end < link.size();) {
+    const std::size_t begin = end;
+    end = std::min(link.find('&', begin), link.size());
+    markup += escapeHtml(link.substr(begin, end - begin));
+    if (end < link.size()) {
+      markup += link[end++];
+    }
+  }
+  return markup;
 }
 
 std::string percentDecode(std::string_view text) {

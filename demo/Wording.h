@@ -16,6 +16,8 @@ inline constexpr std::chrono::sys_time<std::chrono::minutes> kDemoPresent =
 [[nodiscard]] std::string escapeHtml(std::string_view text);
 /// Everything but letters, digits and "-._~" as %XX; with `plus` a blank becomes "+".
 [[nodiscard]] std::string percentEncode(std::string_view text, bool plus = false);
+/// A link for a double-quoted attribute as such sites write it: each "&" as it is.
+[[nodiscard]] std::string linkMarkup(std::string_view link);
 /// Takes %XX apart; what is no valid escape stays.
 [[nodiscard]] std::string percentDecode(std::string_view text);
 /// ASCII and Latin-1 letters in lower case.

@@ -41,6 +41,7 @@ AllListViewController::AllListViewController(std::unique_ptr<Listing> listing,
   connect(&sending_, &ListSending::wentOn, this, [this] { disableTabs(isWaiting()); });
   connect(&loading_, &Wait::wentOn, this, &AllListViewController::goOn);
   connect(&loading_, &Wait::overlayHidden, this, &AllListViewController::loadingHidden);
+  connect(&notices_, &ListNotices::changed, this, &AllListViewController::noticeChanged);
   loadView();
 }
 
@@ -80,6 +81,7 @@ void AllListViewController::viewWillAppear() {
 
 void AllListViewController::fetchWhenNeeded() {
   if (rows_.torrents()) {
+    tellOfOtherSettings();
     return;
   }
   if (isBusy()) {
@@ -91,11 +93,8 @@ void AllListViewController::fetchWhenNeeded() {
 
 void AllListViewController::fetchFirstPage() {
   listing_->setCurrentPage(0);
+  rememberSettings();
   fetch(listing_->firstPageUrl());
-}
-
-bool AllListViewController::hasBackgroundWork() const {
-  return operationQueue_.operationCount() + imageOperationQueue_.operationCount() > 0;
 }
 
 void AllListViewController::waitForPages() {
@@ -148,22 +147,30 @@ void AllListViewController::clearRefreshed() {
 
 void AllListViewController::fetchPage(int page) {
   listing_->setCurrentPage(page);
+  if (page == 0) {
+    rememberSettings();
+  }
   fetch(listing_->pageUrl(page));
 }
 
 void AllListViewController::fetch(std::optional<Url> url) {
   setNotice({});
+  notices_.setOfSettings({});
+  askedFor_ = url;
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);
   fetching_.fetch(std::move(url),
-                  [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents) {
-                    self->loadedTorrents(std::move(torrents));
+                  [self = sharedController(this)](std::optional<std::vector<Torrent>> torrents,
+                                                  const std::optional<PageTrouble>& trouble) {
+                    self->loadedTorrents(std::move(torrents), trouble);
                   });
   waitForPages();
 }
 
-void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
+void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page,
+                                           const std::optional<PageTrouble>& trouble) {
   const bool arrived = page.has_value();
+  const bool gaveRows = arrived && !page->empty();
   if (refreshed_) {
     tableView_.setScrollEnabled(true);
   }
@@ -178,25 +185,14 @@ void AllListViewController::loadedTorrents(std::optional<std::vector<Torrent>> p
     lastDate_.reset();
   }
   rows_.reload();
-  if (!arrived) {
-    setNotice(failureNotice());
-  } else if (rows_.torrentCount() == 0) {
-    setNotice(emptyText());
+  tellOfOtherSettings();
+  if (!gaveRows) {
+    const PageTrouble unknown{.kind = arrived ? PageTrouble::Kind::NoRows
+                                              : PageTrouble::Kind::NotReached};
+    setNotice(
+        ListNotice::ofTrouble(trouble.value_or(unknown), rows_.torrentCount() > 0, emptyText()));
   }
   emit pageLoaded(arrived);
-}
-
-QString AllListViewController::emptyText() const {
-  return tr("No torrents here. Tap refresh, or choose another category.");
-}
-
-QString AllListViewController::failureNotice() const {
-  return SiteConfiguration::current().siteHost.empty()
-             ? tr("No site is set. Start with --site-host, or set site-host in %1.")
-                   .arg(QString::fromStdString(SiteConfiguration::defaultFile().string()))
-         : rows_.torrentCount() == 0
-             ? tr("The site did not answer. Check the connection, then tap refresh.")
-             : tr("The next page did not come. Tap refresh to start again.");
 }
 
 void AllListViewController::filterData(std::vector<Torrent>& page) {
@@ -272,6 +268,10 @@ void AllListViewController::reloadHeaderView() {
   const UserInfo& userInfo = UserInfo::sharedInstance();
   headerView_.setRatioLbl(text(userInfo.ratio()));
   headerView_.usernameLbl()->setTitle(text(userInfo.username()));
+  // A dot while something narrows or orders the list.
+  const QString choice = QString::fromStdString(listing_->choiceInWords());
+  headerView_.settingsBtn()->setMark(choice);
+  headerView_.searchBtn()->setMark(choice);
 }
 
 void AllListViewController::didTapDownloadButton(int tag) {
@@ -294,12 +294,15 @@ void AllListViewController::whenSent(QObject* receiver,
 void AllListViewController::send(const Torrent& torrent) {
   tableView_.setAllowsSelection(true);
   disableTabs(true);
-  sending_.send(torrent, [self = sharedController(this)](const std::optional<std::string>& name) {
-    self->downloadedFinished(name);
-  });
+  sending_.send(torrent,
+                [self = sharedController(this)](const std::optional<std::string>& name,
+                                                const std::optional<DiagnosisStep>& failure) {
+                  self->downloadedFinished(name, failure);
+                });
 }
 
-void AllListViewController::downloadedFinished(const std::optional<std::string>& name) {
+void AllListViewController::downloadedFinished(const std::optional<std::string>& name,
+                                               const std::optional<DiagnosisStep>& failure) {
   tableView_.setAllowsSelection(true);
   if (sending_.isWaitedFor()) {
     disableTabs(false);
@@ -307,6 +310,7 @@ void AllListViewController::downloadedFinished(const std::optional<std::string>&
   if (name) {
     rows_.markDownloaded(*name);
   }
+  notices_.setOfSend(failure ? ListNotice::ofFailedSend(*failure) : ListNotice{});
   rows_.reload();
   sending_.ended(name);
 }
@@ -365,10 +369,28 @@ void AllListViewController::imageReady(const std::string& url, const QImage& ima
   rows_.reload();
 }
 
-void AllListViewController::setNotice(const QString& message) {
-  if (message != notice_) {
-    notice_ = message;
-    emit noticeChanged();
+void AllListViewController::tellOfOtherSettings() {
+  const bool others = rows_.torrents() && rowsAskedFor_ != listing_->firstPageUrl();
+  notices_.setOfSettings(others ? ListNotice::ofOtherSettings() : ListNotice{});
+}
+
+void AllListViewController::retry() {
+  if (rows_.torrentCount() == 0) {
+    fetchFirstPage();
+  } else {
+    fetch(askedFor_);
+  }
+}
+
+void AllListViewController::didTapNotice() {
+  const ListNotice::Tap tap = notices_.current().tap;
+  if (tap == ListNotice::Tap::RemoteSettings) {
+    notices_.setOfSend({});
+    if (showRemoteSettings) {
+      showRemoteSettings();
+    }
+  } else if (tap != ListNotice::Tap::Nothing && !isBusy()) {
+    tap == ListNotice::Tap::Refresh ? didRefresh() : retry();
   }
 }
 

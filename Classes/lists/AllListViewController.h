@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPointer>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "lists/ImageCache.h"
 #include "lists/ListFetching.h"
 #include "lists/ListLayout.h"
+#include "lists/ListNotice.h"
 #include "lists/ListSending.h"
 #include "lists/LoadMoreItemView.h"
 #include "lists/TorrentItemTableViewCell.h"
@@ -43,6 +45,8 @@ class AllListViewController : public veltramoor::ViewController,
   Q_PROPERTY(double tableTopInset READ tableTopInset NOTIFY layoutChanged)
   Q_PROPERTY(QString bannerPattern READ bannerPattern NOTIFY layoutChanged)
   Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+  Q_PROPERTY(QString noticeText READ noticeText NOTIFY noticeChanged)
+  Q_PROPERTY(QString noticeAction READ noticeAction NOTIFY noticeChanged)
   Q_PROPERTY(veltramoor::TextField* searchBar READ searchBar CONSTANT)
   Q_PROPERTY(QRectF searchBarFrame READ searchBarFrame NOTIFY layoutChanged)
   Q_PROPERTY(bool drawsLoadMoreItem READ drawsLoadMoreItem CONSTANT)
@@ -56,12 +60,15 @@ class AllListViewController : public veltramoor::ViewController,
   void viewWillLayout() override { loadView(); }
   /// Fetches page 0 unless a page has arrived before.
   void viewWillAppear() override;
-  [[nodiscard]] bool hasBackgroundWork() const override;
+  [[nodiscard]] bool hasBackgroundWork() const override {
+    return operationQueue_.operationCount() + imageOperationQueue_.operationCount() > 0;
+  }
 
   /// Queues the fetch of page `page`, from 0.
   virtual void fetchPage(int page);
-  /// The page callback; absent after a failed transfer.
-  virtual void loadedTorrents(std::optional<std::vector<Torrent>> page);
+  /// The page callback; absent after a failed transfer. `trouble`: why a page gave no rows.
+  virtual void loadedTorrents(std::optional<std::vector<Torrent>> page,
+                              const std::optional<PageTrouble>& trouble = std::nullopt);
   /// Drops what no filter accepts, and remembers the page's last date.
   virtual void filterData(std::vector<Torrent>& page);
 
@@ -99,7 +106,14 @@ class AllListViewController : public veltramoor::ViewController,
   /// Image URL of the pattern behind the banner.
   [[nodiscard]] QString bannerPattern() const;
   /// One line on why the list is empty, or has ended early, and what to do; else "".
-  [[nodiscard]] QString notice() const { return notice_; }
+  [[nodiscard]] QString notice() const { return notices_.current().whole(); }
+  /// The same in two: what is so, and what a tap does about it.
+  [[nodiscard]] QString noticeText() const { return notices_.current().text; }
+  [[nodiscard]] QString noticeAction() const { return notices_.current().action; }
+  /// A tap on that line.
+  Q_INVOKABLE void didTapNotice();
+  /// Brings the remote settings to the front; to be set before the list appears.
+  std::function<void()> showRemoteSettings;
   /// The query field above the table; null for a list without one.
   [[nodiscard]] TextField* searchBar() { return searchBar_; }
   [[nodiscard]] QRectF searchBarFrame() const { return layout_.searchBar; }
@@ -125,7 +139,9 @@ class AllListViewController : public veltramoor::ViewController,
   /// What the overlay says while a page is fetched.
   [[nodiscard]] virtual QString loadingText() const { return tr("Loading..."); }
   /// One line on why a page without rows has none.
-  [[nodiscard]] virtual QString emptyText() const;
+  [[nodiscard]] virtual QString emptyText() const {
+    return tr("No torrents here. Tap refresh, or choose another category.");
+  }
   /// The settings screen of this list.
   [[nodiscard]] virtual std::shared_ptr<ViewController> displaySettings() const;
   /// What the first appearance and a refresh ask for.
@@ -144,9 +160,14 @@ class AllListViewController : public veltramoor::ViewController,
   void ignorePages() { fetching_.ignoreUnderWay(); }
   /// Makes room for a search bar; not owned.
   void setSearchBar(TextField* bar);
-  void setNotice(const QString& text);
-  /// Why a page did not come, and what to do.
-  [[nodiscard]] QString failureNotice() const;
+  /// Of the list's pages.
+  void setNotice(const ListNotice& notice) { notices_.setOfPages(notice); }
+  /// Asks again for what did not come.
+  virtual void retry();
+  /// Says so when the rows were asked for with other settings than the present ones.
+  void tellOfOtherSettings();
+  /// What a fetch of the first page asks for now: the rows on show are of these settings.
+  void rememberSettings() { rowsAskedFor_ = listing_->firstPageUrl(); }
   /// The next page to arrive replaces the rows.
   void setRefreshed() { refreshed_ = true; }
   /// Empties the list when that page has come.
@@ -157,7 +178,8 @@ class AllListViewController : public veltramoor::ViewController,
   /// Queues the fetch of one page with everything that shows that it is under way.
   void fetch(std::optional<Url> url);
   /// The send callback: the torrent's name, absent after a failed send.
-  void downloadedFinished(const std::optional<std::string>& name);
+  void downloadedFinished(const std::optional<std::string>& name,
+                          const std::optional<DiagnosisStep>& failure);
   /// Disables or enables every tab, "More" included.
   void disableTabs(bool disable);
   void goOn();
@@ -178,8 +200,12 @@ class AllListViewController : public veltramoor::ViewController,
   // For pages of the list, and for a page that opens over it.
   Wait loading_;
   Wait openingPage_;
-  QString notice_;
+  ListNotices notices_;
   std::optional<std::string> lastDate_;
+  // The latest page's address, and the first page's by the settings that the rows were asked for
+  // with.
+  std::optional<Url> askedFor_;
+  std::optional<Url> rowsAskedFor_;
   bool refreshed_ = false;
   // Whether the person waits for the pages under way.
   bool waits_ = false;

@@ -53,7 +53,10 @@ void EditFavoriteListViewController::addFavorite() {
 
 void EditFavoriteListViewController::didUpdateList(FavoriteComposeViewController*,
                                                    const std::string& item) {
-  FilterStore::append(item);
+  // Refused, it stays to be tried again as it was typed.
+  if (!FilterStore::append(item)) {
+    return;
+  }
   reloadFilters();
   Presentation::sharedInstance().dismiss();
 }
@@ -66,7 +69,8 @@ void EditFavoriteListViewController::commitEditingStyle(EditingStyle style, int 
   if (style != EditingStyle::Delete || row < 0 || row >= filters_.rowCount()) {
     return;
   }
-  if (FilterStore::remove(static_cast<std::size_t>(row))) {
+  const auto index = static_cast<std::size_t>(row);
+  if (FilterStore::remove(index, filters_.filters()[index].regex())) {
     filters_.remove(row);
   }
 }

@@ -50,7 +50,10 @@ bool FavoriteListViewController::hasBackgroundWork() const {
   return AllListViewController::hasBackgroundWork() || batches_.isBusy();
 }
 
-void FavoriteListViewController::fetchFirstPage() { fetch(favorites().firstBatch()); }
+void FavoriteListViewController::fetchFirstPage() {
+  rememberSettings();
+  fetch(favorites().firstBatch());
+}
 
 void FavoriteListViewController::fetchPage(int page) { fetch(favorites().batchAfter(page)); }
 
@@ -62,7 +65,27 @@ void FavoriteListViewController::fetch(const PageBatch& batch) {
   if (batches_.outstanding() == 0) {
     latestNames_.clear();
   }
+  retrying_ = false;
   batches_.fetch(favorites(), batch, sharedController(this));
+  begin();
+}
+
+void FavoriteListViewController::retry() {
+  const std::vector<int> pages = batches_.failedPages();
+  if (pages.empty()) {
+    return;
+  }
+  if (rows()->torrentCount() == 0) {
+    rememberSettings();
+  }
+  // A first batch of which nothing came decides anew whether there is more.
+  retrying_ = rows()->torrentCount() > 0;
+  latestNames_.clear();
+  batches_.fetchPages(favorites(), pages, sharedController(this));
+  begin();
+}
+
+void FavoriteListViewController::begin() {
   setNotice({});
   // A refresh now would have the pages under way replace the rows and its own follow them.
   headerView()->refreshBtn()->setEnabled(false);
@@ -78,13 +101,15 @@ void FavoriteListViewController::show(FilteredPage page) {
   judged_ = {};
 }
 
-void FavoriteListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page) {
+void FavoriteListViewController::loadedTorrents(std::optional<std::vector<Torrent>> page,
+                                                const std::optional<PageTrouble>&) {
   const bool arrived = page.has_value();
   clearRefreshed();
   std::vector<Torrent> torrents = std::move(page).value_or(std::vector<Torrent>{});
-  rows()->setNoMoreTorrents(torrents.empty());
+  const bool noMore = retrying_ ? rows()->noMoreTorrents() : torrents.empty();
   tableView()->setAllowsSelection(true);
   filterData(torrents);
+  rows()->setNoMoreTorrents(noMore);
   if (arrived) {
     rows()->append(std::move(torrents));
   }
@@ -121,19 +146,22 @@ void FavoriteListViewController::batchEnded() {
   endWait();
   headerView()->refreshBtn()->setEnabled(true);
   setNotice(batchNotice());
+  tellOfOtherSettings();
   emit batchLoaded(batches_.failed() < pagesAsked());
 }
 
-QString FavoriteListViewController::batchNotice() {
+ListNotice FavoriteListViewController::batchNotice() {
   const int asked = pagesAsked();
-  if (asked > 0 && batches_.failed() == asked) {
-    return failureNotice();
+  const int failed = batches_.failed();
+  if (asked > 0 && failed == asked && rows()->torrentCount() == 0) {
+    return ListNotice::ofTrouble(batches_.trouble(), false, emptyText());
   }
   QStringList lines;
-  if (batches_.failed() > 0) {
-    lines += tr("%1 of %2 pages did not come. Tap refresh to start again.")
-                 .arg(batches_.failed())
-                 .arg(asked);
+  if (failed > 0) {
+    lines += tr("%1 of %2 pages did not come. %3")
+                 .arg(failed)
+                 .arg(asked)
+                 .arg(QString::fromStdString(sentenceOf(batches_.trouble())));
   }
   for (const std::string& regex : filters().givenUp()) {
     lines += tr("The filter \"%1\" was given up on: it takes too long.").arg(quoted(regex));
@@ -146,7 +174,9 @@ QString FavoriteListViewController::batchNotice() {
                  : tr("No filter accepts a torrent of these pages. Load more, or change the "
                       "filters.");
   }
-  return lines.join(QLatin1Char('\n'));
+  return {.text = lines.join(QLatin1Char('\n')),
+          .action = failed > 0 ? tr("Tap here to ask for them again.") : QString(),
+          .tap = failed > 0 ? ListNotice::Tap::Retry : ListNotice::Tap::Nothing};
 }
 
 bool FavoriteListViewController::loadMoreTakesTouches() const {
@@ -176,7 +206,9 @@ void FavoriteListViewController::didFilters() {
 
 void FavoriteListViewController::reloadFilters() {
   if (favorites().reloadFilters() && rows()->torrents() && batches_.outstanding() == 0) {
-    setNotice(tr("The filters have changed. Tap refresh to look again."));
+    setNotice({.text = tr("The filters have changed."),
+               .action = tr("Tap here to look again."),
+               .tap = ListNotice::Tap::Refresh});
   }
 }
 

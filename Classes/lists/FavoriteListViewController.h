@@ -28,7 +28,8 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   void fetchPage(int page) override;
   /// Queues the fetches of `count` (at least 1) pages from `startPage`.
   void fetchNextXPages(int count, int startPage);
-  void loadedTorrents(std::optional<std::vector<Torrent>> page) override;
+  void loadedTorrents(std::optional<std::vector<Torrent>> page,
+                      const std::optional<PageTrouble>& trouble = std::nullopt) override;
   void filterData(std::vector<Torrent>& page) override;
 
   void didRefresh() override;
@@ -58,11 +59,17 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   [[nodiscard]] FavoriteListing& favorites() const;
   void fetchFirstPage() override;
   void fetch(const PageBatch& batch);
+  /// Asks again for the pages of the last batch that did not come; their rows follow the others.
+  void retry() override;
+  void begin();
   void show(FilteredPage page);
   void remember(const std::vector<Torrent>& page);
   void batchEnded();
-  [[nodiscard]] QString batchNotice();
+  [[nodiscard]] ListNotice batchNotice();
 
+  // Whether the pages under way are ones that did not come at first: they say nothing about the
+  // end.
+  bool retrying_ = false;
   /// The page that `loadedTorrents` is about, while it is.
   FilteredPage judged_;
   /// Names of the latest pages, accepted or not: what a new filter is tried on.

@@ -27,8 +27,12 @@ void HistoryListViewController::commitEditingStyle(EditingStyle style, int row) 
   if (style != EditingStyleDelete || row < 0 || row >= rows_.rowCount()) {
     return;
   }
-  DownloadHistory::removeAt(rows_.names().size() - 1 - static_cast<std::size_t>(row));
-  rows_.removeRowAndName(row);
+  const std::size_t index = rows_.names().size() - 1 - static_cast<std::size_t>(row);
+  if (DownloadHistory::removeAt(index, rows_.names()[index])) {
+    rows_.removeRowAndName(row);
+  } else {
+    reloadHistory();
+  }
   emit noticeChanged();
 }
 

@@ -26,10 +26,10 @@ class HistoryListViewController : public veltramoor::ViewController {
   explicit HistoryListViewController(TableViewStyle style);
 
   void viewWillAppear() override;
-  void reloadHistory();
+  Q_INVOKABLE void reloadHistory();
   /// Deletes, for the style "delete", the entry that row `row` shows from the stored history. The
   /// copy on show loses the entry at index `row` from the oldest, another one unless the row is the
-  /// middle one; the next appearance puts that right.
+  /// middle one; `reloadHistory` puts that right, for which the view sees.
   Q_INVOKABLE void commitEditingStyle(EditingStyle style, int row);
 
   [[nodiscard]] HistoryTableModel* rows() { return &rows_; }

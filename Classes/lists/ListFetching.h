@@ -7,6 +7,7 @@
 
 #include "platform/OperationQueue.h"
 #include "platform/Url.h"
+#include "site/PageTrouble.h"
 #include "site/Torrent.h"
 
 namespace veltramoor {
@@ -15,8 +16,9 @@ namespace veltramoor {
 /// thread only.
 class ListFetching {
  public:
-  /// The page's rows; absent after a failed transfer.
-  using Completion = std::function<void(std::optional<std::vector<Torrent>> page)>;
+  /// The page's rows, absent after a failed transfer; and of one without rows, why it has none.
+  using Completion = std::function<void(std::optional<std::vector<Torrent>> page,
+                                        std::optional<PageTrouble> trouble)>;
 
   explicit ListFetching(OperationQueue& queue) : queue_(queue) {}
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "lists/listings/MagnetAddress.h"
 #include "remote/FetchPageDownload.h"
 #include "shell/overlay/ApplicationWindow.h"
 #include "shell/overlay/SendingTorrentIndicator.h"
@@ -26,7 +27,7 @@ void ListSending::send(const Torrent& torrent, Completion completion) {
   ++count_;
   waits_ = true;
   show(count_ != 1);
-  queue_.addOperation(std::make_shared<FetchPageDownload>(Url::parse(torrent.downloadUrl),
+  queue_.addOperation(std::make_shared<FetchPageDownload>(sendAddress(torrent.downloadUrl),
                                                           torrent.name, std::move(completion)));
 }
 

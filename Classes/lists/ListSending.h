@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/OperationQueue.h"
+#include "remote/RemoteDiagnosis.h"
 #include "shell/overlay/Wait.h"
 #include "site/Torrent.h"
 
@@ -19,8 +20,9 @@ class ListSending final : public QObject {
   Q_OBJECT
 
  public:
-  /// The torrent's name; absent after a failed send.
-  using Completion = std::function<void(const std::optional<std::string>& name)>;
+  /// The torrent's name; absent after a failed send, with the step at which it failed.
+  using Completion = std::function<void(const std::optional<std::string>& name,
+                                        const std::optional<DiagnosisStep>& failure)>;
 
   /// `queue`: what the list's pages are fetched on, so that a send and a fetch never overlap.
   explicit ListSending(OperationQueue& queue);

@@ -11,7 +11,9 @@ SearchListViewController::SearchListViewController(TableViewStyle)
   tabBarItem()->set(tr("Search"), QStringLiteral("tabbar-search.png"), 0);
   headerView()->settingsBtn()->setHidden(true);
   headerView()->searchBtn()->setHidden(false);
-  setNotice(tr("Type what to look for."));
+  setNotice({.text = tr("Type what to look for.")});
+  // There is nothing to ask for again yet.
+  headerView()->refreshBtn()->setEnabled(false);
   connect(&mySearchBar_, &TextField::shouldReturn, this, [this] {
     // The return key of an empty search bar does nothing.
     if (!mySearchBar_.text().isEmpty()) {
@@ -31,6 +33,7 @@ void SearchListViewController::viewWillAppear() {
     navigationController()->setNavigationBarHidden(true);
   }
   listing().setCurrentPage(0);
+  tellOfOtherSettings();
 }
 
 void SearchListViewController::clearRows() {

@@ -3,8 +3,10 @@
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <map>
+#include <stdexcept>
 
 #include "platform/CookieLine.h"
+#include "platform/StateAccess.h"
 #include "platform/StateFile.h"
 
 namespace veltramoor {
@@ -76,45 +78,49 @@ Lines linesIn(SQLite::Database& database) {
 CookieFile::CookieFile(const std::filesystem::path& stateFile) {
   try {
     OpenedStateFile opened = openStateFile(stateFile);
+    // Preferences open the same file and tell the person of a damaged one that was set aside here.
+    if (!opened.isPersistent || !opened.isWritable) {
+      problem_ = std::move(opened.notice);
+    }
     lock_ = std::move(opened.lock);
     database_ = std::move(opened.database);
-  } catch (const std::exception&) {
-    // Preferences open the same file and tell the person, also of a damaged one set aside here.
+    waitForNobody(*database_);
+  } catch (const std::exception& error) {
+    problem_ = error.what();
   }
 }
 
 CookieFile::~CookieFile() = default;
 
 std::vector<std::string> CookieFile::read() {
-  try {
-    return database_ != nullptr ? linesIn(*database_) : Lines();
-  } catch (const SQLite::Exception&) {
-    return {};
+  Lines lines;
+  if (database_ != nullptr) {
+    try {
+      withPatience([&] { lines = linesIn(*database_); });
+    } catch (const SQLite::Exception&) {
+      return {};
+    }
   }
+  return lines;
 }
 
-bool CookieFile::write(const std::vector<std::string>& known,
+void CookieFile::write(const std::vector<std::string>& known,
                        const std::vector<std::string>& lines) {
   if (database_ == nullptr) {
-    return false;
+    throw std::runtime_error(problem_.value_or(""));
   }
-  try {
-    // Takes the write lock at once: a read lock could not be raised while the other process writes.
-    SQLite::Transaction transaction(*database_, SQLite::TransactionBehavior::IMMEDIATE);
-    const Lines all = merged(linesIn(*database_), known, lines);
-    database_->exec("DELETE FROM cookies");
-    SQLite::Statement insertion(*database_, "INSERT INTO cookies(position, line) VALUES(?, ?)");
-    for (std::size_t i = 0; i < all.size(); ++i) {
-      insertion.bind(1, static_cast<std::int64_t>(i));
-      insertion.bind(2, all[i]);
-      insertion.exec();
-      insertion.reset();
-    }
-    transaction.commit();
-    return true;
-  } catch (const SQLite::Exception&) {
-    return false;
+  // Takes the write lock at once: a read lock could not be raised while the other process writes.
+  SQLite::Transaction transaction(*database_, SQLite::TransactionBehavior::IMMEDIATE);
+  const Lines all = merged(linesIn(*database_), known, lines);
+  database_->exec("DELETE FROM cookies");
+  SQLite::Statement insertion(*database_, "INSERT INTO cookies(position, line) VALUES(?, ?)");
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    insertion.bind(1, static_cast<std::int64_t>(i));
+    insertion.bind(2, all[i]);
+    insertion.exec();
+    insertion.reset();
   }
+  transaction.commit();
 }
 
 }  // namespace veltramoor

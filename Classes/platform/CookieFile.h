@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,11 +15,11 @@ class Database;
 
 namespace veltramoor {
 
-/// The cookie lines in the state file. Never throws: cookies that cannot be kept are no reason for
-/// a request to fail. Used by one thread at a time; two processes may share the file: each writes
-/// only what it changed itself, and the later change of one cookie stands.
+/// The cookie lines in the state file. Used by one thread at a time; two processes may share the
+/// file: each writes only what it changed itself, and the later change of one cookie stands.
 class CookieFile {
  public:
+  /// Throws nothing: see `write` for a file that cannot be had.
   explicit CookieFile(const std::filesystem::path& stateFile);
   ~CookieFile();
   CookieFile(const CookieFile&) = delete;
@@ -27,10 +28,15 @@ class CookieFile {
   /// In the order in which they were written; empty when the file cannot be used.
   [[nodiscard]] std::vector<std::string> read();
   /// Makes the changes that lead from `known`, what the caller last read or wrote, to `lines`, in
-  /// one transaction; false when the disk refused, and the old lines stand.
-  bool write(const std::vector<std::string>& known, const std::vector<std::string>& lines);
+  /// one transaction. Waits for nobody. Throws std::exception when the disk refused or somebody
+  /// else has the file locked, and the old lines stand.
+  void write(const std::vector<std::string>& known, const std::vector<std::string>& lines);
+
+  /// Why nothing that is written will last, in a sentence for the person; absent when it will.
+  [[nodiscard]] const std::optional<std::string>& problem() const { return problem_; }
 
  private:
+  std::optional<std::string> problem_;
   // Released after the database is closed.
   std::unique_ptr<StateFolderLock> lock_;
   std::unique_ptr<SQLite::Database> database_;

@@ -33,6 +33,13 @@ std::string enginePath(std::string_view path) {
   return std::string(path);
 }
 
+/// Of the forms that no host has, libcurl takes some apart and a web engine others, so that what
+/// was stored under one name could not be deleted under it.
+bool isOdd(std::string_view domain) {
+  return domain.empty() || domain == "." || domain.find("..") != domain.npos ||
+         domain.find_first_of(" /;,") != domain.npos;
+}
+
 }  // namespace
 
 std::optional<Cookie> cookieOfLine(std::string_view line) {
@@ -68,7 +75,7 @@ std::optional<std::string> lineOfCookie(const Cookie& cookie) {
   // "#" would begin a comment, "Set-Cookie:" a line of another form; a path that reads as a truth
   // value would be taken for the next field.
   if (cookie.name.empty() || cookie.path == "TRUE" || cookie.path == "FALSE" ||
-      cookie.domain.empty() || cookie.domain == "." || cookie.domain.starts_with('#') ||
+      isOdd(cookie.domain) || cookie.domain.starts_with('#') ||
       lowerCase(cookie.domain).starts_with("set-cookie:")) {
     return std::nullopt;
   }

@@ -14,8 +14,10 @@ namespace veltramoor {
 /// name, value; tabs between. "#HttpOnly_" stands before the domain of an http-only cookie.
 [[nodiscard]] std::optional<Cookie> cookieOfLine(std::string_view line);
 
-/// Absent for a cookie that the line cannot hold: no name or domain, a path of "TRUE" or "FALSE",
-/// or a field with a tab, a line end or a NUL in it.
+/// Absent for a cookie that the line cannot hold: no name, a path of "TRUE" or "FALSE", a field
+/// with a tab, a line end or a NUL in it; and for one whose domain libcurl and others would each
+/// read in their own way: an empty one, one with two dots in a row, or with a blank or one of `/;,`
+/// in it.
 [[nodiscard]] std::optional<std::string> lineOfCookie(const Cookie& cookie);
 
 /// The same with the path as libcurl reads it: of a path without a slash and "/" 7.88.1 would keep

@@ -5,22 +5,41 @@
 #include <chrono>
 #include <iterator>
 #include <mutex>
+#include <unordered_set>
 #include <utility>
 
 #include "platform/CookieFile.h"
+#include "platform/CookieLimits.h"
 #include "platform/CookieLine.h"
+#include "platform/MainThread.h"
+#include "platform/RefusedWrites.h"
+#include "platform/SiteConfiguration.h"
+#include "platform/StateAccess.h"
 #include "platform/StateFile.h"
 
 namespace veltramoor {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 // How long a list that the disk refused waits to be written again, when nothing changes before.
 constexpr std::chrono::seconds kRetryPause{1};
 
 struct StoredCookie {
+  StoredCookie(const Cookie& stored, std::string lineOfIt, std::uint64_t when)
+      : cookie(stored),
+        line(std::move(lineOfIt)),
+        identity(identityOf(stored)),
+        engineIdentity(engineIdentityOf(stored)),
+        limitDomain(limitDomainOf(stored)),
+        setAt(when) {}
+
   Cookie cookie;
   std::string line;
   std::string identity;
+  std::string engineIdentity;
+  std::string limitDomain;
+  std::uint64_t setAt;
 };
 
 }  // namespace
@@ -32,18 +51,17 @@ class CookieStorage::Impl {
       file_.emplace(*stateFile);
       lastLines_ = file_->read();
       writtenLines_ = lastLines_;
-      for (const std::string& line : lastLines_) {
-        // Through a Cookie, so that a line which is none reaches nothing.
-        if (const auto cookie = cookieOfLine(line); cookie && !isExpired(*cookie)) {
-          insert(*cookie);
-        }
-      }
+      restore(lastLines_);
     }
   }
 
   ~Impl() {
     if (file_ && !lastWriteDone_) {
-      file_->write(writtenLines_, lastLines_);
+      try {
+        file_->write(writtenLines_, lastLines_);
+      } catch (const std::exception&) {
+        return;  // The person has been told.
+      }
     }
   }
 
@@ -61,10 +79,8 @@ class CookieStorage::Impl {
       return;
     }
     const std::scoped_lock lock(mutex_);
-    StoredCookie stored{*cookieOfLine(*line), *line, {}};
-    stored.identity = identityOf(stored.cookie);
-    put(std::move(stored),
-        [](const StoredCookie& a, const StoredCookie& b) { return a.identity == b.identity; });
+    put({*cookieOfLine(*line), *line, ++sets_}, &StoredCookie::identity);
+    trim();
   }
 
   std::size_t erase(const std::vector<std::string>& domains, std::optional<std::string_view> name) {
@@ -83,17 +99,18 @@ class CookieStorage::Impl {
     const std::uint64_t before = changes_;
     for (const Cookie& cookie : changes.deleted) {
       eraseIf([identity = engineIdentityOf(cookie)](const StoredCookie& item) {
-        return engineIdentityOf(item.cookie) == identity;
+        return item.engineIdentity == identity;
       });
     }
     for (const Cookie& cookie : changes.set) {
       if (const auto line = lineOfCookie(cookie)) {
-        put({cookie, *line, identityOf(cookie)}, [](const StoredCookie& a, const StoredCookie& b) {
-          return engineIdentityOf(a.cookie) == engineIdentityOf(b.cookie);
-        });
+        put({cookie, *line, ++sets_}, &StoredCookie::engineIdentity);
       }
     }
-    return {before, changes_};
+    const std::uint64_t after = changes_;
+    // Another change: the engine that set them still holds what went.
+    trim();
+    return {before, after};
   }
 
   void keepOnly(CookieStorage& storage, const std::vector<std::string>& domains,
@@ -114,9 +131,32 @@ class CookieStorage::Impl {
 
   void saveIfChanged() {
     // Whoever changed something waits below until it is written, even when another thread does it.
-    if (savedChanges_ >= changes_ && lastWriteDone_) {
+    if (!file_ || (savedChanges_ >= changes_ && lastWriteDone_)) {
       return;
     }
+    try {
+      bool isWaiting = false;
+      bool isWritten = false;
+      withPatience([&] { isWritten = save(std::exchange(isWaiting, true)); });
+      if (isWritten) {
+        reportWritten();
+      }
+    } catch (const std::exception& error) {
+      {
+        const std::scoped_lock lock(saving_);
+        (MainThread::isWindowThread() ? windowRetryTime_ : retryTime_) = Clock::now() + kRetryPause;
+      }
+      reportRefusal(error);
+    }
+  }
+
+  std::recursive_mutex& mutex() { return mutex_; }
+  [[nodiscard]] std::uint64_t version() const { return changes_; }
+
+ private:
+  /// One try, of the cookies as they are now; whether there was something to write. Throws what the
+  /// file throws. `isWaiting`: not the first try, which another thread's giving up does not end.
+  bool save(bool isWaiting) {
     std::vector<std::string> lines;
     std::uint64_t snapshot = 0;
     std::uint64_t changes = 0;
@@ -128,26 +168,46 @@ class CookieStorage::Impl {
     }
     // Not under the cookies' own lock: other requests go on while the disk writes.
     const std::scoped_lock lock(saving_);
-    if (snapshot < lastSnapshot_) {
-      return;  // What was written in the meantime is newer.
-    }
-    lastSnapshot_ = snapshot;
-    const auto now = std::chrono::steady_clock::now();
-    if (file_ && (lines != lastLines_ || (!lastWriteDone_ && now >= retryTime_))) {
-      lastLines_ = std::move(lines);
-      lastWriteDone_ = file_->write(writtenLines_, lastLines_);
-      if (lastWriteDone_) {
-        writtenLines_ = lastLines_;
+    // Else another thread's newer list, which may still wait for its turn, goes for this one.
+    if (snapshot > lastSnapshot_) {
+      lastSnapshot_ = snapshot;
+      lastChanges_ = changes;
+      if (lines != lastLines_) {
+        lastLines_ = std::move(lines);
+        lastWriteDone_ = false;
+        retryTime_ = {};
       }
-      retryTime_ = now + kRetryPause;
     }
-    savedChanges_ = changes;
+    bool isWritten = false;
+    const auto retryTime = MainThread::isWindowThread() ? windowRetryTime_ : retryTime_;
+    if (!lastWriteDone_ && (isWaiting || Clock::now() >= retryTime)) {
+      file_->write(writtenLines_, lastLines_);
+      writtenLines_ = lastLines_;
+      lastWriteDone_ = true;
+      isWritten = true;
+    }
+    savedChanges_ = lastChanges_;
+    return isWritten;
   }
 
-  std::recursive_mutex& mutex() { return mutex_; }
-  [[nodiscard]] std::uint64_t version() const { return changes_; }
+  void reportWritten() {
+    if (!file_->problem()) {
+      RefusedWrites::succeeded();
+    } else if (!saysItIsInMemory_.exchange(true)) {
+      RefusedWrites::report(*file_->problem(), *file_->problem());
+    }
+  }
 
- private:
+  void reportRefusal(const std::exception& error) {
+    const auto& problem = file_->problem();
+    const std::string reason = problem ? *problem : refusalWords(error);
+    RefusedWrites::report(
+        reason,
+        problem
+            ? *problem
+            : "Cookies could not be saved, so that you may have to sign in again: " + reason + ".");
+  }
+
   template <typename Use>
   void forEachUnexpired(const Use& use) const {
     for (const StoredCookie& item : stored_) {
@@ -164,17 +224,58 @@ class CookieStorage::Impl {
     return erased;
   }
 
-  /// In the place of the first one that `isReplaced` finds for it, or at the end; the others that
-  /// it finds go. One whose time is over leaves nothing but the gap.
-  template <typename IsReplaced>
-  void put(StoredCookie item, const IsReplaced& isReplaced) {
-    const auto replaced = [&](const StoredCookie& other) { return isReplaced(item, other); };
+  /// Through cookies, so that a line which is none reaches nothing.
+  void restore(const std::vector<std::string>& lines) {
+    std::unordered_set<std::string> identities;
+    for (const std::string& line : lines) {
+      const auto cookie = cookieOfLine(line);
+      const auto own = cookie ? lineOfCookie(*cookie) : std::nullopt;
+      if (own && !isExpired(*cookie) && identities.insert(identityOf(*cookie)).second) {
+        stored_.emplace_back(*cookie, *own, ++sets_);
+        ++changes_;
+      }
+    }
+    mayBeOver_ = true;
+    trim();
+  }
+
+  /// Drops what is over the limits.
+  void trim() {
+    if (!std::exchange(mayBeOver_, false)) {
+      return;
+    }
+    std::vector<CookieRank> ranks;
+    for (const StoredCookie& item : stored_) {
+      ranks.push_back({item.limitDomain, !item.cookie.expires, item.setAt});
+    }
+    const std::vector<bool> isKept = keptWithinLimits(
+        ranks, SiteConfiguration::hostWithoutPort(SiteConfiguration::current().siteHost));
+    std::vector<StoredCookie> kept;
+    for (std::size_t i = 0; i < stored_.size(); ++i) {
+      if (isKept[i]) {
+        kept.push_back(std::move(stored_[i]));
+      }
+    }
+    changes_ += kept.size() < stored_.size() ? 1 : 0;
+    stored_ = std::move(kept);
+  }
+
+  /// In the place of the first one of the same identity, of the kind that is compared by, or at the
+  /// end; the others of it go. One whose time is over leaves nothing but the gap.
+  void put(StoredCookie item, std::string StoredCookie::*identity) {
+    const auto replaced = [&](const StoredCookie& other) {
+      return other.*identity == item.*identity;
+    };
     // What is over has no place to be taken.
     std::erase_if(stored_, [](const StoredCookie& other) { return isExpired(other.cookie); });
     const auto first = std::find_if(stored_.begin(), stored_.end(), replaced);
     if (isExpired(item.cookie)) {
       eraseIf(replaced);
     } else if (first == stored_.end()) {
+      mayBeOver_ = stored_.size() >= kMostCookies ||
+                   std::ranges::count(stored_, item.limitDomain, &StoredCookie::limitDomain) >=
+                       std::ptrdiff_t{kMostCookiesOfADomain} ||
+                   mayBeOver_;
       stored_.push_back(std::move(item));
       ++changes_;
     } else {
@@ -188,6 +289,8 @@ class CookieStorage::Impl {
   // Recursive, and held over steps of several operations.
   std::recursive_mutex mutex_;
   std::vector<StoredCookie> stored_;
+  std::uint64_t sets_ = 0;
+  bool mayBeOver_ = false;
   std::uint64_t snapshots_ = 0;
 
   // Counts up with every change, for those who only want to know whether there was one.
@@ -210,7 +313,12 @@ class CookieStorage::Impl {
   std::vector<std::string> writtenLines_;
   std::vector<std::string> lastLines_;
   std::uint64_t lastSnapshot_ = 0;
-  std::chrono::steady_clock::time_point retryTime_;
+  std::uint64_t lastChanges_ = 0;
+  std::atomic<bool> saysItIsInMemory_ = false;
+  Clock::time_point retryTime_;
+  // Of the thread that draws the window, which gives up sooner: a page that sets fifty cookies
+  // there must not wait for a lock fifty times.
+  Clock::time_point windowRetryTime_;
 };
 
 CookieStorage::CookieStorage(const std::optional<std::filesystem::path>& stateFile)

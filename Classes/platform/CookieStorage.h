@@ -36,7 +36,8 @@ struct CookieChanges {
 /// sets, is libcurl's to judge: each of its handles is given all of them (see CookieEngine.h).
 /// Everything, session cookies included, survives a restart: the listing is kept in the state file
 /// (see StateFile.h; mode 0600), written only when it changed and before the request that changed
-/// it returns, so that a kill between two requests loses nothing.
+/// it returns, so that a kill between two requests loses nothing. There are no more than
+/// CookieLimits.h says: who comes in over that takes the place of those that were set longest ago.
 class CookieStorage {
  public:
   /// Restores the cookies of `stateFile`; absent: in memory only (tests).
@@ -50,8 +51,8 @@ class CookieStorage {
 
   /// Unexpired cookies in the order they were first stored; replacing one keeps its place.
   [[nodiscard]] std::vector<Cookie> cookies() const;
-  /// Stores or replaces a cookie (same name, domain and path). A cookie whose fields hold tabs,
-  /// line ends or NUL is refused.
+  /// Stores or replaces a cookie (same name, domain and path). One that no line can hold (see
+  /// CookieLine.h), or whose domain no host can have, is refused.
   void insert(const Cookie& cookie);
   /// Deletes every cookie whose domain equals one of `domains` (without case, leading dot counted)
   /// and, when `name` is given, whose name equals it. Returns how many.
@@ -64,7 +65,9 @@ class CookieStorage {
   /// request that is under way goes on with the cookies it began with.
   void atomically(const std::function<void(CookieStorage&)>& step);
   /// Writes the state file when the cookies differ from what it holds. Called after each exchange;
-  /// next to free when none of the operations here changed anything.
+  /// next to free when none of the operations here changed anything. When the disk refuses, or
+  /// another program keeps the file locked for longer than `lockPatience` (see StateAccess.h), that
+  /// is reported to RefusedWrites, and a later call tries again.
   void saveIfChanged();
 
   /// Another number after each change.

@@ -2,6 +2,8 @@
 
 #include <curl/curl.h>
 #include <fmt/format.h>
+#include <netdb.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <array>
@@ -179,8 +181,14 @@ class CurlTransfer::Impl {
     }
     set(CURLOPT_CUSTOMREQUEST, request.method.c_str());
     // On a kept connection that the peer drops, libcurl would silently send it a second time.
-    set(CURLOPT_FRESH_CONNECT, hasBody || request.sendOnce ? 1L : 0L);
+    set(CURLOPT_FRESH_CONNECT, hasBody || request.sendOnce || request.progress ? 1L : 0L);
     set(CURLOPT_FORBID_REUSE, isLengthMisstated(request) ? 1L : 0L);
+    tell_ = request.progress ? &request.progress : nullptr;
+    addressTold_ = false;
+    set(CURLOPT_OPENSOCKETFUNCTION, tell_ != nullptr ? &Impl::socketWanted : nullptr);
+    set(CURLOPT_OPENSOCKETDATA, this);
+    set(CURLOPT_PREREQFUNCTION, tell_ != nullptr ? &Impl::connected : nullptr);
+    set(CURLOPT_PREREQDATA, this);
   }
 
   // Nothing when the answer is there.
@@ -277,6 +285,26 @@ class CurlTransfer::Impl {
     return static_cast<Impl*>(self)->addBody({data, size * count}) ? size * count : 0;
   }
 
+  // libcurl asks for a socket once it knows an address, and again for each further one it tries.
+  static curl_socket_t socketWanted(void* self, curlsocktype, curl_sockaddr* peer) noexcept {
+    static_cast<Impl*>(self)->addressReached(*peer);
+    return ::socket(peer->family, peer->socktype | SOCK_CLOEXEC, peer->protocol);
+  }
+  static int connected(void* self, char* peerAddress, char* localAddress, int, int) noexcept {
+    (*static_cast<Impl*>(self)->tell_)(
+        {ConnectionStage::Reached::Connection, peerAddress, localAddress});
+    return CURL_PREREQFUNC_OK;
+  }
+
+  void addressReached(const curl_sockaddr& peer) {
+    std::array<char, NI_MAXHOST> text{};
+    if (!addressTold_ && getnameinfo(&peer.addr, peer.addrlen, text.data(), text.size(), nullptr, 0,
+                                     NI_NUMERICHOST) == 0) {
+      addressTold_ = true;
+      (*tell_)({ConnectionStage::Reached::Address, text.data()});
+    }
+  }
+
   bool addHeaderLine(std::string_view line) {
     // Interim answers and trailers count, too: they can be as endless as the head itself.
     headerSize_ += line.size();
@@ -320,6 +348,9 @@ class CurlTransfer::Impl {
   TransferAnswer answer_;
   std::size_t headerSize_ = 0;
   bool inHead_ = false;
+  // Who hears of the stages; null when nobody does. Valid while a transfer runs.
+  const std::function<void(const ConnectionStage&)>* tell_ = nullptr;
+  bool addressTold_ = false;
   // Says which limit a callback found exceeded.
   std::string tooLarge_;
   // libcurl writes into it for as long as the handle lives.

@@ -27,6 +27,7 @@ struct State {
   /// Woken when a waited-for task ends or the main thread closes.
   std::condition_variable changed;
   std::atomic<std::thread::id> thread;
+  std::atomic<bool> drawsWindow = false;
 };
 
 State& state() {
@@ -83,9 +84,10 @@ class QueuedTicket {
 
 }  // namespace
 
-void MainThread::attach(Poster poster) {
+void MainThread::attach(Poster poster, bool drawsWindow) {
   const std::lock_guard posting(state().posting);
   state().thread = std::this_thread::get_id();
+  state().drawsWindow = drawsWindow;
   state().poster = std::move(poster);
 }
 
@@ -93,6 +95,7 @@ void MainThread::close() {
   {
     const std::lock_guard posting(state().posting);
     state().poster = nullptr;
+    state().drawsWindow = false;
     const std::lock_guard lock(state().mutex);
     ++state().closings;
   }
@@ -100,6 +103,8 @@ void MainThread::close() {
 }
 
 bool MainThread::isCurrent() { return state().thread.load() == std::this_thread::get_id(); }
+
+bool MainThread::isWindowThread() { return isCurrent() && state().drawsWindow; }
 
 void MainThread::perform(Task task) {
   const std::lock_guard posting(state().posting);

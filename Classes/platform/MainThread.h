@@ -14,11 +14,15 @@ class MainThread {
   using Poster = std::function<void(Task)>;
 
   /// Makes the calling thread the main one. Replaces an earlier poster and reopens after `close`.
-  static void attach(Poster poster);
+  /// `drawsWindow`: the poster's event loop draws a window, which stands still whenever a task
+  /// waits.
+  static void attach(Poster poster, bool drawsWindow = false);
   /// No more tasks: later ones are dropped and waiting `performAndWait` calls return. For closing.
   static void close();
 
   [[nodiscard]] static bool isCurrent();
+  /// Whether the calling thread is the main one and draws a window, from `attach` to `close`.
+  [[nodiscard]] static bool isWindowThread();
   /// Queues a task without waiting for it. Tasks run in the order asked for.
   static void perform(Task task);
   /// Queues a task and waits until it has run (at once when already on the main thread). False when

@@ -9,6 +9,8 @@
 #include <functional>
 #include <mutex>
 
+#include "platform/RefusedWrites.h"
+#include "platform/StateAccess.h"
 #include "platform/StateFile.h"
 
 namespace veltramoor {
@@ -17,6 +19,22 @@ namespace {
 constexpr const char* kString = "string";
 constexpr const char* kNumber = "number";
 constexpr const char* kArray = "array";
+
+using Strings = std::vector<std::string>;
+
+/// Where `value` is: at `index`, else as near to it as can be. What others remove or drop stands
+/// before it as a rule, so that of two at one distance it is the earlier.
+std::optional<std::size_t> indexNearest(const Strings& elements, std::size_t index,
+                                        const std::string& value) {
+  const auto distance = [index](std::size_t i) { return i < index ? index - i : i - index; };
+  std::optional<std::size_t> nearest;
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    if (elements[i] == value && (!nearest || distance(i) < distance(*nearest))) {
+      nearest = i;
+    }
+  }
+  return nearest;
+}
 
 /// Ends a statement's read when the scope ends: an unfinished one would keep the write-ahead file
 /// from being folded back.
@@ -48,57 +66,61 @@ class Preferences::Impl {
       : lock_(std::move(opened.lock)),
         database_(std::move(opened.database)),
         notice_(std::move(opened.notice)),
-        isPersistent_(opened.isPersistent) {}
+        isPersistent_(opened.isPersistent),
+        isWritable_(opened.isWritable) {
+    waitForNobody(*database_);
+  }
 
   std::optional<std::string> value(std::string_view key, const char* type) {
     return guarded<std::optional<std::string>>([&] { return storedValue(key, type); });
   }
 
-  std::optional<std::vector<std::string>> elements(std::string_view key) {
-    return guarded<std::optional<std::vector<std::string>>>([&] { return storedElements(key); });
+  std::optional<Strings> elements(std::string_view key) {
+    return guarded<std::optional<Strings>>([&] { return storedElements(key); });
   }
 
   bool setValue(std::string_view key, const char* type, const std::string& value) {
     return write(
-        key, [&] { return storedValue(key, type) == value; },
+        [&] { return storedValue(key, type) == value; },
         [&] {
           ScopedStatement(deleteElements_).with(std::string(key)).exec();
           ScopedStatement(replaceValue_).with(std::string(key), std::string(type), value).exec();
         });
   }
 
-  bool setElements(std::string_view key, const std::vector<std::string>& elements) {
-    return write(
-        key, [&] { return storedElements(key) == elements; }, [&] { store(key, elements); });
+  bool setElements(std::string_view key, const Strings& elements) {
+    return write([&] { return storedElements(key) == elements; }, [&] { store(key, elements); });
   }
 
-  bool appendElement(std::string_view key, const std::string& value, std::size_t maximum) {
-    return write(
-        key, [] { return false; },
-        [&] {
-          std::vector<std::string> elements =
-              storedElements(key).value_or(std::vector<std::string>());
-          elements.push_back(value);
-          const std::size_t excess = elements.size() - std::min(maximum, elements.size());
-          elements.erase(elements.begin(), elements.begin() + static_cast<std::ptrdiff_t>(excess));
-          store(key, elements);
-        });
+  bool appendElement(std::string_view key, const std::string& value, std::size_t maximum,
+                     Refusal refusal) {
+    return write([] { return false; },
+                 [&] {
+                   Strings elements = storedElements(key).value_or(Strings());
+                   elements.push_back(value);
+                   const auto excess = elements.size() - std::min(maximum, elements.size());
+                   elements.erase(elements.begin(),
+                                  elements.begin() + static_cast<std::ptrdiff_t>(excess));
+                   store(key, elements);
+                 },
+                 refusal);
   }
 
-  bool removeElement(std::string_view key, std::size_t index) {
-    return write(
-        key, [] { return false; },
-        [&] {
-          std::vector<std::string> elements =
-              storedElements(key).value_or(std::vector<std::string>());
-          if (index < elements.size()) {
-            elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(index));
-            store(key, elements);
-          }
-        });
+  bool removeElement(std::string_view key, std::size_t index, const std::string& value) {
+    const auto find = [&] {
+      return indexNearest(storedElements(key).value_or(Strings()), index, value);
+    };
+    return write([&] { return !find(); },
+                 [&] {
+                   Strings elements = storedElements(key).value_or(Strings());
+                   elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(*find()));
+                   store(key, elements);
+                 });
   }
 
   bool isPersistent() const { return isPersistent_; }
+
+  std::optional<std::string> openingNotice() const { return notice_; }
 
   std::optional<std::string> lastProblem() {
     const std::lock_guard lock(mutex_);
@@ -118,12 +140,12 @@ class Preferences::Impl {
   }
 
   /// One statement, so that another process's write cannot come between the key and its elements.
-  std::optional<std::vector<std::string>> storedElements(std::string_view key) {
+  std::optional<Strings> storedElements(std::string_view key) {
     ScopedStatement use(selectElements_);
     SQLite::Statement& row = use.with(std::string(key));
-    std::optional<std::vector<std::string>> elements;
+    std::optional<Strings> elements;
     while (row.executeStep()) {
-      elements = elements ? std::move(elements) : std::vector<std::string>();
+      elements = elements ? std::move(elements) : Strings();
       if (const SQLite::Column element = row.getColumn(0); !element.isNull()) {
         elements->push_back(element.getString());
       }
@@ -131,7 +153,7 @@ class Preferences::Impl {
     return elements;
   }
 
-  void store(std::string_view key, const std::vector<std::string>& elements) {
+  void store(std::string_view key, const Strings& elements) {
     const std::string name(key);
     ScopedStatement(deleteElements_).with(name).exec();
     ScopedStatement(replaceValue_).with(name, std::string(kArray), std::string()).exec();
@@ -143,41 +165,71 @@ class Preferences::Impl {
   /// A file that fails to be read has no value to give.
   template <typename Result>
   Result guarded(const std::function<Result()>& read) {
-    const std::lock_guard lock(mutex_);
+    Result result;
     try {
-      return read();
+      withPatience([&] {
+        const std::lock_guard lock(mutex_);
+        result = read();
+      });
     } catch (const SQLite::Exception& error) {
-      writeProblem_ = fmt::format("The settings could not be read: {}.", error.what());
-      return {};
+      const std::lock_guard lock(mutex_);
+      writeProblem_ = fmt::format("The settings could not be read: {}.", refusalWords(error));
     }
+    return result;
   }
 
-  bool write(std::string_view key, const std::function<bool()>& isStored,
-             const std::function<void()>& change) {
-    const std::lock_guard lock(mutex_);
+  bool write(const std::function<bool()>& isStored, const std::function<void()>& change,
+             Refusal refusal = Refusal::Reported) {
+    bool isWritten = false;
     try {
-      if (!isStored()) {
-        SQLite::Transaction transaction(*database_, SQLite::TransactionBehavior::IMMEDIATE);
-        // Another process may have written the same while this one waited for its turn.
+      withPatience([&] {
+        const std::lock_guard lock(mutex_);
         if (!isStored()) {
-          change();
-          transaction.commit();
-          ++writeCount_;
+          SQLite::Transaction transaction(*database_, SQLite::TransactionBehavior::IMMEDIATE);
+          // Another process may have written the same while this one waited for its turn.
+          if (!isStored()) {
+            change();
+            transaction.commit();
+            ++writeCount_;
+            isWritten = true;
+          }
         }
-      }
-      writeProblem_.reset();
-      return true;
+        writeProblem_.reset();
+      });
     } catch (const std::exception& error) {
-      writeProblem_ = fmt::format("The setting {} could not be saved: {}.", key, error.what());
+      const std::string reason = isWritable_ ? refusalWords(error) : notice_.value_or("");
+      const std::string sentence =
+          isWritable_ ? fmt::format("The change could not be saved: {}.", reason) : reason;
+      {
+        const std::lock_guard lock(mutex_);
+        writeProblem_ = sentence;
+      }
+      if (refusal == Refusal::Reported) {
+        RefusedWrites::report(reason, sentence);
+      }
       return false;
+    }
+    if (isWritten) {
+      reportWritten();
+    }
+    return true;
+  }
+
+  void reportWritten() {
+    if (isPersistent_) {
+      RefusedWrites::succeeded();
+    } else if (notice_ && !saysItIsInMemory_.exchange(true)) {
+      RefusedWrites::report(*notice_, *notice_);
     }
   }
 
   std::mutex mutex_;
   std::unique_ptr<StateFolderLock> lock_;
   std::unique_ptr<SQLite::Database> database_;
-  std::optional<std::string> notice_;
-  bool isPersistent_;
+  const std::optional<std::string> notice_;
+  const bool isPersistent_;
+  const bool isWritable_;
+  std::atomic<bool> saysItIsInMemory_ = false;
   std::optional<std::string> writeProblem_;
   std::uint64_t writeCount_ = 0;
   SQLite::Statement selectValue_{*database_,
@@ -212,7 +264,7 @@ std::optional<std::string> Preferences::string(std::string_view key) const {
   return impl_->value(key, kString);
 }
 
-std::optional<std::vector<std::string>> Preferences::array(std::string_view key) const {
+std::optional<Strings> Preferences::array(std::string_view key) const {
   return impl_->elements(key);
 }
 
@@ -234,16 +286,19 @@ bool Preferences::setNumber(std::string_view key, std::int64_t value) {
   return impl_->setValue(key, kNumber, std::to_string(value));
 }
 
-bool Preferences::appendToArray(std::string_view key, const std::string& value,
-                                std::size_t maximum) {
-  return impl_->appendElement(key, value, maximum);
+bool Preferences::appendToArray(std::string_view key, const std::string& value, std::size_t maximum,
+                                Refusal refusal) {
+  return impl_->appendElement(key, value, maximum, refusal);
 }
 
-bool Preferences::removeFromArray(std::string_view key, std::size_t index) {
-  return impl_->removeElement(key, index);
+bool Preferences::removeFromArray(std::string_view key, std::size_t index,
+                                  const std::string& value) {
+  return impl_->removeElement(key, index, value);
 }
 
 bool Preferences::isPersistent() const { return impl_->isPersistent(); }
+
+std::optional<std::string> Preferences::openingNotice() const { return impl_->openingNotice(); }
 
 std::optional<std::string> Preferences::lastProblem() const { return impl_->lastProblem(); }
 

@@ -1,18 +1,22 @@
 #include "platform/SiteConfiguration.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/stat.h>
 #include <toml++/toml.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <list>
 #include <mutex>
+#include <stdexcept>
 #include <string_view>
 #include <system_error>
 
+#include "Util/Ascii.h"
+#include "Util/PrintableLine.h"
 #include "platform/AtomicFile.h"
 #include "platform/Bundle.h"
 #include "platform/Url.h"
@@ -23,6 +27,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kSiteHostKey = "site-host";
+constexpr const char* kMagnetEntitiesKey = "magnet-entities";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // Workers may still read a configuration that was replaced, so none is ever destroyed: there are as
@@ -62,19 +67,17 @@ class Problems {
   explicit Problems(const fs::path& file) : file_(file.string()) {}
 
   void add(const toml::source_position& where, std::string_view what) {
-    append(fmt::format("{}:{}: {}", file_, where.line, what));
+    lines_.push_back(printableLine(fmt::format("{}:{}: {}", file_, where.line, what)));
   }
-  void add(std::string_view what) { append(fmt::format("{}: {}", file_, what)); }
+  void add(std::string_view what) {
+    lines_.push_back(printableLine(fmt::format("{}: {}", file_, what)));
+  }
 
-  [[nodiscard]] std::optional<std::string> text() const {
-    return text_.empty() ? std::nullopt : std::optional(text_);
-  }
+  [[nodiscard]] const std::vector<std::string>& lines() const { return lines_; }
 
  private:
-  void append(const std::string& line) { text_.append(text_.empty() ? "" : "\n").append(line); }
-
   std::string file_;
-  std::string text_;
+  std::vector<std::string> lines_;
 };
 
 void apply(const toml::table& table, SiteConfiguration& configuration, Problems& problems) {
@@ -94,20 +97,67 @@ void apply(const toml::table& table, SiteConfiguration& configuration, Problems&
   }
 }
 
-/// The file's text; empty for a missing file. Throws std::system_error.
+/// What may not be read: `what()` says why.
+class UnfitFile : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// An open file; closed when it goes.
+class OpenFile {
+ public:
+  /// Does not wait for the other end of a pipe.
+  explicit OpenFile(const fs::path& file)
+      : descriptor_(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
+  ~OpenFile() {
+    if (descriptor_ >= 0) {
+      close(descriptor_);
+    }
+  }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+  [[nodiscard]] int descriptor() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
+void require(bool done) {
+  if (!done) {
+    throw std::system_error(errno, std::generic_category());
+  }
+}
+
+/// The file's text; empty for a missing file. Throws std::system_error and UnfitFile.
 std::string readText(const fs::path& file) {
-  if (!fs::exists(file)) {
+  const OpenFile opened(file);
+  if (opened.descriptor() < 0 && (errno == ENOENT || errno == ENOTDIR)) {
     return {};
   }
-  if (fs::is_directory(file)) {
+  require(opened.descriptor() >= 0);
+  struct stat status {};
+  require(fstat(opened.descriptor(), &status) == 0);
+  if (S_ISDIR(status.st_mode)) {
     throw std::system_error(std::make_error_code(std::errc::is_a_directory));
   }
-  errno = 0;
-  std::ifstream stream(file, std::ios::binary);
-  std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-  if (!stream.is_open() || stream.bad()) {
-    throw std::system_error(errno != 0 ? errno : EIO, std::generic_category());
+  if (!S_ISREG(status.st_mode)) {
+    throw UnfitFile("it is no ordinary file");
   }
+  if (static_cast<std::size_t>(status.st_size) > SiteConfiguration::kLargestFile) {
+    throw UnfitFile("it is larger than 1 MiB");
+  }
+  std::string text(static_cast<std::size_t>(status.st_size), '\0');
+  std::size_t size = 0;
+  while (size < text.size()) {
+    const ssize_t got = read(opened.descriptor(), text.data() + size, text.size() - size);
+    require(got >= 0 || errno == EINTR);
+    if (got == 0) {
+      break;
+    }
+    size += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+  }
+  text.resize(size);
   return text;
 }
 
@@ -176,23 +226,27 @@ std::vector<std::pair<std::string, std::string SiteConfiguration::*>> SiteConfig
           {"movie-database-host", &SiteConfiguration::movieDatabaseHost},
           {"sponsored-download-host", &SiteConfiguration::sponsoredDownloadHost},
           {"notice-host", &SiteConfiguration::noticeHost},
-          {"donation-url", &SiteConfiguration::donationUrl}};
+          {"donation-url", &SiteConfiguration::donationUrl},
+          {kMagnetEntitiesKey, &SiteConfiguration::magnetEntities}};
 }
 
 SiteConfiguration SiteConfiguration::load(const fs::path& file,
-                                          std::optional<std::string>* problem) {
+                                          std::vector<std::string>* problems) {
   SiteConfiguration configuration;
-  Problems problems(file);
+  Problems found(file);
   try {
-    apply(toml::parse(readText(file)), configuration, problems);
+    apply(toml::parse(readText(file)), configuration, found);
   } catch (const toml::parse_error& error) {
-    problems.add(error.source().begin, error.description());
+    found.add(error.source().begin, error.description());
   } catch (const std::system_error& error) {
-    problems.add("cannot be read: " + error.code().message());
+    found.add("cannot be read: " + error.code().message());
+  } catch (const UnfitFile& error) {
+    found.add(std::string("cannot be read: ") + error.what());
   }
-  if (problem != nullptr) {
-    *problem = problems.text();
+  if (problems != nullptr) {
+    problems->insert(problems->end(), found.lines().begin(), found.lines().end());
   }
+  configuration.normalize();
   return configuration;
 }
 
@@ -223,6 +277,9 @@ std::string_view SiteConfiguration::validationError(std::string_view key,
     const std::optional<Url> url = Url::parse(value);
     return url && url->isHttp() ? "" : "must be an address that begins with http:// or https://";
   }
+  if (key == kMagnetEntitiesKey) {
+    return value == "keep" || value == "decode" ? "" : "must be keep or decode";
+  }
   // The one that may be a folder of another site: it only ever begins addresses.
   const std::string host = key == "forum-host" && value.find("//") == value.npos
                                ? value.substr(0, value.find('/'))
@@ -236,11 +293,33 @@ std::string_view SiteConfiguration::validationError(std::string_view key,
 
 bool SiteConfiguration::isHost(const std::string& text) { return veltramoor::isHost(text); }
 
+std::string SiteConfiguration::normalizedHost(std::string_view host) {
+  const std::size_t end = std::min(host.find('/'), host.size());
+  std::string name = lowerCase(host.substr(0, end));
+  const std::string withoutPort = hostWithoutPort(name);
+  const std::string port = name.substr(withoutPort.size());
+  const std::size_t significant = port.find_first_not_of(":0");
+  if (port == ":" || (significant != port.npos && port.substr(significant) == "80")) {
+    name = withoutPort;
+  }
+  return name.append(host.substr(end));
+}
+
+void SiteConfiguration::normalize() {
+  for (std::string SiteConfiguration::*host :
+       {&SiteConfiguration::siteHost, &SiteConfiguration::defaultSiteHost,
+        &SiteConfiguration::forumHost, &SiteConfiguration::captchaHost,
+        &SiteConfiguration::noticeHost}) {
+    this->*host = normalizedHost(this->*host);
+  }
+}
+
 const SiteConfiguration& SiteConfiguration::current() { return *configurations().inForce; }
 
 void SiteConfiguration::setCurrent(SiteConfiguration configuration) {
   Configurations& kept = configurations();
   const std::lock_guard lock(kept.mutex);
+  configuration.normalize();
   kept.all.push_back(std::move(configuration));
   kept.inForce = &kept.all.back();
 }

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "Util/NSStringEscaping.h"
+#include "Util/PrintableLine.h"
 #include "platform/Bundle.h"
 #include "platform/StateFolder.h"
 #include "platform/StateSchema.h"
@@ -56,7 +57,8 @@ DatabasePointer tellingDamage(const std::function<DatabasePointer()>& step) {
     return step();
   } catch (const SQLite::Exception& error) {
     if (isDamage(error)) {
-      throw StateFileDamaged(error.what());
+      // It may repeat what is in the file.
+      throw StateFileDamaged(printableLine(error.what()));
     }
     throw;
   }
@@ -116,7 +118,8 @@ OpenedStateFile openWithoutWriting(const fs::path& path, const std::string& reas
               .notice = fmt::format(
                   "The settings file {} cannot be written ({}). Changes to settings and "
                   "signing in will not be kept.",
-                  path.string(), reason)};
+                  path.string(), reason),
+              .isWritable = false};
     } catch (const StateFileError&) {
       throw;
     } catch (const std::exception&) {
@@ -170,7 +173,7 @@ OpenedStateFile replaceDamaged(const fs::path& path) {
   try {
     return {.database = openForWriting(path), .notice = notice + " A new one was begun."};
   } catch (const std::exception& error) {
-    OpenedStateFile opened = openWithoutWriting(path, error.what());
+    OpenedStateFile opened = openWithoutWriting(path, printableLine(error.what()));
     opened.notice = notice + " " + opened.notice.value_or("");
     return opened;
   }
@@ -233,7 +236,7 @@ OpenedStateFile openStateFile(const std::optional<fs::path>& path) {
   } catch (const StateFileError&) {
     throw;
   } catch (const std::exception& error) {
-    return openWithoutWriting(file, error.what());
+    return openWithoutWriting(file, printableLine(error.what()));
   }
 }
 

@@ -34,14 +34,18 @@ struct OpenedStateFile {
   std::optional<std::string> notice = std::nullopt;
   /// False when memory took the file's place.
   bool isPersistent = true;
+  /// False when the file can only be read.
+  bool isWritable = true;
 };
 
 /// Opens or creates the file with mode 0600 (folders it makes have mode 0700), migrates its schema
 /// and prepares it for use by two processes at once. `path` absent: in memory. A corrupt file is
 /// moved to `<name>.corrupt-<time>`, its journals beside it, and a new one begun (unless somebody
 /// has it open). A file that cannot be written is opened for reading, and where there is none to
-/// read, memory takes its place; the notice says so. Throws StateFileError when the schema is newer
-/// than this program.
+/// read, memory takes its place; the notice says so. Waits up to 5 s for another program's locks,
+/// whoever calls: this belongs to the start, when there is no window yet. The connection goes on
+/// doing so; see StateAccess.h for those who must not. Throws StateFileError when the schema is
+/// newer than this program.
 [[nodiscard]] OpenedStateFile openStateFile(const std::optional<std::filesystem::path>& path);
 
 }  // namespace veltramoor

@@ -7,6 +7,7 @@
 #include <array>
 #include <string>
 
+#include "Util/PrintableLine.h"
 #include "platform/StateFile.h"
 
 namespace veltramoor {
@@ -70,7 +71,7 @@ int checkStateSchema(SQLite::Database& database) {
   }
   if (const std::string verdict = database.execAndGet("PRAGMA quick_check(1)").getString();
       verdict != "ok") {
-    throw StateFileDamaged(verdict);
+    throw StateFileDamaged(printableLine(verdict));
   }
   const bool isEmpty = database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
   if (version < 0 || (version == 0 && !isEmpty)) {

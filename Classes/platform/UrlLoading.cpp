@@ -51,9 +51,8 @@ class UrlLoading::Impl {
       interval = limits_.timeoutInterval;
     }
     interval = std::min(interval, kLongestInterval);
-    const TransferLimits limits{interval,
-                                std::chrono::steady_clock::now() + interval * limits_.hardCapFactor,
-                                limits_.maximumBodySize, limits_.maximumHeaderSize};
+    const TransferLimits limits{interval, deadlineOf(request, interval), limits_.maximumBodySize,
+                                limits_.maximumHeaderSize};
     const Lease transfer(*this);
     const std::stop_callback wakeUp(request.stop, [&transfer] { transfer->wakeUp(); });
     for (int redirects = 0; redirects <= limits_.maximumRedirects; ++redirects) {
@@ -63,13 +62,13 @@ class UrlLoading::Impl {
         return {.failure = std::move(outcome.failure)};
       }
       std::optional<UrlRequest> next;
-      if (answer->redirectTarget) {
+      if (answer->redirectTarget && request.followsRedirects) {
         next = redirectedRequest(request, answer->statusCode, *answer->redirectTarget);
       }
       if (!next) {
-        return {
-            .response = UrlResponse{answer->statusCode, std::move(answer->headers), request.url},
-            .data = std::move(answer->body)};
+        return {.response = UrlResponse{answer->statusCode, std::move(answer->headers), request.url,
+                                        request.method},
+                .data = std::move(answer->body)};
       }
       request = std::move(*next);
     }
@@ -122,11 +121,21 @@ class UrlLoading::Impl {
     CurlTransfer* transfer_;
   };
 
+  [[nodiscard]] std::chrono::steady_clock::time_point deadlineOf(
+      const UrlRequest& request, std::chrono::milliseconds interval) const {
+    const auto cap = std::chrono::steady_clock::now() + interval * limits_.hardCapFactor;
+    return request.deadline ? std::min(cap, *request.deadline) : cap;
+  }
+
   TransferOutcome hop(const Lease& transfer, const UrlRequest& request,
                       const TransferLimits& limits) {
     if (abandoned_ || request.stop.stop_requested()) {
       return {.failure = failureAt(request.url, TransferFailureKind::GivenUp,
                                    "Given up before it was sent")};
+    }
+    if (request.deadline && std::chrono::steady_clock::now() >= *request.deadline) {
+      return {.failure = failureAt(request.url, TransferFailureKind::TimedOut,
+                                   "The time was up before it was sent")};
     }
     if (!canBeSent(request)) {
       return {.failure = failureAt(request.url, TransferFailureKind::Other,

@@ -26,6 +26,20 @@ using ExchangeLog = std::function<void(const ExchangeRecord&)>;
 /// Header fields in the order they stand on the wire; a name may come twice.
 using HeaderList = std::vector<std::pair<std::string, std::string>>;
 
+/// How far a request that was asked to tell has come.
+struct ConnectionStage {
+  enum class Reached {
+    /// The name of the host led to `peerAddress`; an address in its place leads to itself.
+    Address,
+    /// `peerAddress` took the connection; `localAddress` is who this computer is to it.
+    Connection,
+  };
+  Reached reached = Reached::Address;
+  /// IP addresses, IPv6 ones without brackets.
+  std::string peerAddress;
+  std::string localAddress = {};
+};
+
 /// One exchange to perform. Headers go out as they stand, in this order; "Cookie",
 /// "Accept-Encoding" and, where the list has none, "Accept" are added by the transport, and so is
 /// "Host", which is always the URL's: one in the list is left out. When a body is present and the
@@ -42,14 +56,22 @@ struct UrlRequest {
   bool sendOnce = false;
   /// A requested stop fails the exchange at once, whatever its server does.
   std::stop_token stop = {};
+  /// The exchange, redirects included, has failed when it is not over by then.
+  std::optional<std::chrono::steady_clock::time_point> deadline = std::nullopt;
+  /// False: a redirect is a final answer like any other.
+  bool followsRedirects = true;
+  /// Called on the sending thread as each stage is reached, on a connection made for this request;
+  /// must not throw. Empty: nobody asks.
+  std::function<void(const ConnectionStage&)> progress = {};
 };
 
 struct UrlResponse {
   int statusCode = 0;
   /// Header fields of the final response.
   HeaderList headers;
-  /// Where redirects ended.
+  /// Where redirects ended, and the method of the request that got there.
   Url url;
+  std::string method;
 
   /// First value of a field, name compared without case (RFC 9110 section 5.1).
   [[nodiscard]] std::optional<std::string> header(std::string_view name) const;

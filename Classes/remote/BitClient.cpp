@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "Util/AbsentValue.h"
-#include "remote/ServerInfo.h"
+#include "Util/Capitalized.h"
 #include "remote/Transmission.h"
 #include "remote/Utorrent.h"
 #include "remote/Vuze.h"
@@ -13,7 +13,11 @@ namespace {
 
 template <typename Client>
 BitClientClass classOf() {
-  return {Client::kName, Client::kIndex, Client::kDefaultPort, Client::kDefaultDescription,
+  return {Client::kName,
+          Client::kIndex,
+          Client::kDefaultPort,
+          Client::kDefaultDescription,
+          Client::kRemotePreferences,
           []() -> std::unique_ptr<BitClient> { return std::make_unique<Client>(); }};
 }
 
@@ -43,17 +47,33 @@ std::string BitClient::getClientByIndex(int index) {
   return "";
 }
 
-std::unique_ptr<BitClient> BitClient::configured(const ServerInfo& info) {
-  const BitClientClass* kind = classNamed(info.client().value_or(""));
+std::unique_ptr<BitClient> BitClient::configured(const RemoteSettings& settings) {
+  const BitClientClass* kind = classNamed(settings.client.value_or(""));
   if (kind == nullptr) {
     return nullptr;
   }
   std::unique_ptr<BitClient> client = kind->create();
-  client->address = info.address();
-  client->port = info.port();
-  client->username = info.username();
-  client->password = info.password();
+  client->address = settings.address;
+  client->port = settings.port;
+  if (client->port && trimmed(*client->port).empty()) {
+    client->port = kind->defaultPort;
+  }
+  client->username = settings.username;
+  client->password = settings.password;
   return client;
+}
+
+void BitClient::prepare(HttpRequest& request) const {
+  request.setUsername(username);
+  request.setPassword(password);
+  request.setDeadline(deadline);
+  request.setProgress(progress);
+}
+
+HttpRequest BitClient::getProbe() const {
+  HttpRequest request(urlWithPath("/transmission/rpc"));
+  prepare(request);
+  return request;
 }
 
 std::string BitClient::getData() {
@@ -65,7 +85,8 @@ std::string BitClient::getData() {
 }
 
 std::optional<Url> BitClient::urlWithPath(std::string_view path) const {
-  return Url::parse(fmt::format("http://{}:{}{}", formatted(address), formatted(port), path));
+  return Url::parse(
+      fmt::format("http://{}:{}{}", trimmed(formatted(address)), trimmed(formatted(port)), path));
 }
 
 std::optional<Url> BitClient::urlWithCredentialsAndPath(std::string_view path) const {
@@ -73,7 +94,7 @@ std::optional<Url> BitClient::urlWithCredentialsAndPath(std::string_view path) c
     return urlWithPath(path);
   }
   return Url::parse(fmt::format("http://{}:{}@{}:{}{}", *username, formatted(password),
-                                formatted(address), formatted(port), path));
+                                trimmed(formatted(address)), trimmed(formatted(port)), path));
 }
 
 std::optional<Url> BitClient::getUrl() const { return urlWithPath("/"); }
@@ -99,8 +120,7 @@ HttpRequest BitClient::getDownload() const {
   headers.emplace_back("Content-Length", std::to_string(body.size()));
   request.setExtraHeaders(std::move(headers));
   request.setBody(body);
-  request.setUsername(username);
-  request.setPassword(password);
+  prepare(request);
   return request;
 }
 

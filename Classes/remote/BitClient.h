@@ -1,6 +1,8 @@
 // A BitTorrent client on the person's computer.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,13 +10,14 @@
 #include <vector>
 
 #include "platform/Url.h"
+#include "remote/RemoteSettings.h"
+#include "remote/ServerInfo.h"
 #include "site/HttpRequest.h"
 #include "site/MultipartUpload.h"
 
 namespace veltramoor {
 
 class BitClient;
-class ServerInfo;
 
 /// What the registry knows of one kind of client.
 struct BitClientClass {
@@ -25,6 +28,8 @@ struct BitClientClass {
   std::string_view defaultPort;
   /// The set-up text of the settings screen.
   std::string_view defaultDescription;
+  /// Where a person finds its remote access: "its preferences, Remote".
+  std::string_view remotePreferences;
   std::unique_ptr<BitClient> (*create)();
 };
 
@@ -39,9 +44,12 @@ class BitClient : public MultipartUpload {
   [[nodiscard]] static const BitClientClass* classNamed(std::string_view name);
   /// Class name for a picker index; "" for any other.
   [[nodiscard]] static std::string getClientByIndex(int index);
-  /// A new client of the stored kind with address, port and credentials filled in; null when no
-  /// kind, or none of that name, is stored.
-  [[nodiscard]] static std::unique_ptr<BitClient> configured(const ServerInfo& info);
+  /// A new client of that kind with address, port and credentials filled in; null when no kind, or
+  /// none of that name, is chosen. An empty port is the kind's own.
+  [[nodiscard]] static std::unique_ptr<BitClient> configured(const RemoteSettings& settings);
+  [[nodiscard]] static std::unique_ptr<BitClient> configured(const ServerInfo& info) {
+    return configured(info.settings());
+  }
 
   /// Body of a multipart upload of `file`.
   [[nodiscard]] std::string getData() override;
@@ -53,6 +61,12 @@ class BitClient : public MultipartUpload {
   virtual void setSessionId() {}
   /// The request that adds `filename`, not sent yet; the base's is Transmission's "torrent-add".
   [[nodiscard]] virtual HttpRequest getDownload() const;
+
+  /// A harmless request, not sent yet, that every client of this kind answers in its own way: for
+  /// finding out why it cannot be used. The base's is Transmission's handshake.
+  [[nodiscard]] virtual HttpRequest getProbe() const;
+  /// Whether the answer to it, of status 200 to 299 or 409, is one of this kind.
+  [[nodiscard]] virtual bool isOwnAnswer(const HttpRequest&) const { return false; }
 
   std::optional<std::string> address;
   std::optional<std::string> port;
@@ -68,16 +82,29 @@ class BitClient : public MultipartUpload {
   std::optional<std::string> prefixData;
   std::optional<std::string> postfixData;
 
+  /// By when each request made here must be over; absent: as long as requests take.
+  std::optional<std::chrono::steady_clock::time_point> deadline;
+  /// Hears how far the connection of each of them comes; empty: nobody asks.
+  std::function<void(const ConnectionStage&)> progress;
+
+  /// The request that `setSessionId` made, as it ended; absent for a kind without one.
+  [[nodiscard]] const std::optional<HttpRequest>& handshake() const { return handshake_; }
   [[nodiscard]] const std::optional<std::string>& sessionId() const { return sessionId_; }
   void setSessionId(std::optional<std::string> token) { sessionId_ = std::move(token); }
 
  protected:
-  /// "http://" address ":" port and `path`; no URL when that is not a valid one.
+  /// "http://" address ":" port and `path`, without the blanks around address and port; no URL when
+  /// that is not a valid one.
   [[nodiscard]] std::optional<Url> urlWithPath(std::string_view path) const;
   /// The same with the credentials in it as typed, when there is a user name.
   [[nodiscard]] std::optional<Url> urlWithCredentialsAndPath(std::string_view path) const;
 
+  /// Gives `request` the credentials, the deadline and the listener of this client.
+  void prepare(HttpRequest& request) const;
+  void setHandshake(HttpRequest request) { handshake_ = std::move(request); }
+
  private:
+  std::optional<HttpRequest> handshake_;
   std::optional<std::string> sessionId_;
 };
 

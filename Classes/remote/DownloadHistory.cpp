@@ -12,11 +12,12 @@ std::vector<std::string> DownloadHistory::names() {
 
 bool DownloadHistory::append(const std::string& name) {
   return Preferences::sharedInstance().appendToArray(PreferencesKeys::torrentHistory, name,
-                                                     kMaximum);
+                                                     kMaximum, Preferences::Refusal::LeftToCaller);
 }
 
-bool DownloadHistory::removeAt(std::size_t index) {
-  return Preferences::sharedInstance().removeFromArray(PreferencesKeys::torrentHistory, index);
+bool DownloadHistory::removeAt(std::size_t index, const std::string& name) {
+  return Preferences::sharedInstance().removeFromArray(PreferencesKeys::torrentHistory, index,
+                                                       name);
 }
 
 }  // namespace veltramoor

@@ -14,11 +14,13 @@ class DownloadHistory {
 
   [[nodiscard]] static std::vector<std::string> names();
   /// Appends and drops the oldest name when there are more than 50. False when the store could not
-  /// be written.
+  /// be written: the caller tells the person, who must learn that the torrent was sent all the
+  /// same.
   static bool append(const std::string& name);
-  /// Removes the name at `index`, counted from the oldest; nothing when there is none. False when
-  /// the store could not be written.
-  static bool removeAt(std::size_t index);
+  /// Removes the name that was `name` at `index`, counted from the oldest, when the caller read
+  /// them; when others came or went since, the one of this name nearest to there, if there still is
+  /// one. False when the store could not be written.
+  static bool removeAt(std::size_t index, const std::string& name);
 };
 
 }  // namespace veltramoor

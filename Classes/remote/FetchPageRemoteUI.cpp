@@ -1,8 +1,10 @@
 #include "remote/FetchPageRemoteUI.h"
 
+#include <chrono>
 #include <utility>
 
 #include "platform/Alerts.h"
+#include "platform/MainThread.h"
 #include "remote/BitClient.h"
 #include "remote/ConnectionFailed.h"
 #include "remote/ServerInfo.h"
@@ -32,8 +34,10 @@ HttpRequest webInterface() {
   if (!client) {
     return HttpRequest(std::nullopt);
   }
+  client->deadline = std::chrono::steady_clock::now() + FetchPageRemoteUI::kLongest;
   client->setSessionId();
   HttpRequest request(webUrl(*client));
+  request.setDeadline(client->deadline);
   request.setExtraHeaders({{"Keep-Alive", "115"}});
   request.setUsername(client->username);
   request.setPassword(client->password);
@@ -44,20 +48,24 @@ HttpRequest webInterface() {
 }  // namespace
 
 FetchPageRemoteUI::FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSettings,
-                                     Completion completion)
-    : FetchPage(std::move(url), std::move(completion)), fromRemoteSettings_(fromRemoteSettings) {
+                                     Completion completion, std::function<void()> failureClosed)
+    : FetchPage(std::move(url), std::move(completion)),
+      fromRemoteSettings_(fromRemoteSettings),
+      failureClosed_(std::move(failureClosed)) {
   setUrl(configuredWebUrl());
 }
 
 void FetchPageRemoteUI::fetch() {
   const HttpRequest request = webInterface();
   if (!request.isResponseValid()) {
-    showConnectionFailed();
+    showConnectionFailed(std::exchange(failureClosed_, {}));
   } else if (fromRemoteSettings_) {
     Alerts::showMessageAndWait("Success!", "");
   }
   returnObject_ = request.result();
   failure_ = request.failure();
+  // Nobody's last reference is to be dropped by a worker.
+  MainThread::perform([closed = std::exchange(failureClosed_, {})] {});
 }
 
 }  // namespace veltramoor

@@ -1,6 +1,8 @@
 // Fetches the remote client's own web interface, which is also the test of its settings.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,15 +16,21 @@ namespace veltramoor {
 /// `url()` may hold the password: show it through `withoutCredentials` only.
 class FetchPageRemoteUI final : public FetchPage<std::optional<std::string>> {
  public:
+  /// Handshake and page together.
+  static constexpr std::chrono::seconds kLongest{60};
+
   /// The URL given is not used: `url()` is the stored client's web address from the start, without
   /// the credentials when an address can't hold them; absent when no client is stored or its
   /// settings make no valid address.
-  FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSettings, Completion completion);
+  /// `failureClosed` runs on the main thread once the person has closed the alert of a failure.
+  FetchPageRemoteUI(std::optional<Url> url, bool fromRemoteSettings, Completion completion,
+                    std::function<void()> failureClosed = {});
 
  private:
   void fetch() override;
 
   bool fromRemoteSettings_;
+  std::function<void()> failureClosed_;
 };
 
 }  // namespace veltramoor

@@ -12,13 +12,19 @@ ServerInfo& ServerInfo::sharedInstance() {
 }
 
 void ServerInfo::reload() {
-  const std::lock_guard lock(mutex_);
+  // The store may have to wait for another program, which nobody else is to wait for here.
   const Preferences& preferences = Preferences::sharedInstance();
-  client_ = preferences.string(PreferencesKeys::serverClient);
-  address_ = preferences.string(PreferencesKeys::serverAddress);
-  port_ = preferences.string(PreferencesKeys::serverPort);
-  username_ = preferences.string(PreferencesKeys::serverUser);
-  password_ = preferences.string(PreferencesKeys::serverPassword);
+  RemoteSettings stored{.client = preferences.string(PreferencesKeys::serverClient),
+                        .address = preferences.string(PreferencesKeys::serverAddress),
+                        .port = preferences.string(PreferencesKeys::serverPort),
+                        .username = preferences.string(PreferencesKeys::serverUser),
+                        .password = preferences.string(PreferencesKeys::serverPassword)};
+  const std::lock_guard lock(mutex_);
+  client_ = std::move(stored.client);
+  address_ = std::move(stored.address);
+  port_ = std::move(stored.port);
+  username_ = std::move(stored.username);
+  password_ = std::move(stored.password);
 }
 
 ServerInfo::Field ServerInfo::read(const Field& field) const {
@@ -27,9 +33,21 @@ ServerInfo::Field ServerInfo::read(const Field& field) const {
 }
 
 bool ServerInfo::write(Field& field, Field value, std::string_view key) {
+  if (value && !Preferences::sharedInstance().setString(key, *value)) {
+    return false;
+  }
   const std::lock_guard lock(mutex_);
   field = std::move(value);
-  return !field || Preferences::sharedInstance().setString(key, *field);
+  return true;
+}
+
+RemoteSettings ServerInfo::settings() const {
+  const std::lock_guard lock(mutex_);
+  return {.client = client_,
+          .address = address_,
+          .port = port_,
+          .username = username_,
+          .password = password_};
 }
 
 std::optional<std::string> ServerInfo::client() const { return read(client_); }

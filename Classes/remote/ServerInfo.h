@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "remote/RemoteSettings.h"
+
 namespace veltramoor {
 
 /// The persisted record of the remote client: kind, address, port, credentials. Values are the
@@ -19,6 +21,8 @@ class ServerInfo {
   /// The one record, read anew from the Preferences store by every call.
   static ServerInfo& sharedInstance();
 
+  /// All five as they are together.
+  [[nodiscard]] RemoteSettings settings() const;
   /// Class name of the client kind: "Vuze", "Transmission" or "Utorrent".
   [[nodiscard]] std::optional<std::string> client() const;
   /// Host name or IP address.
@@ -29,8 +33,8 @@ class ServerInfo {
   [[nodiscard]] std::optional<std::string> password() const;
 
   /// Each setter's value is durable when it returns true; false when the store refused it (see
-  /// Preferences). Setting an absent value changes only the record: no key is ever removed from the
-  /// store.
+  /// Preferences), and then the record keeps the old one too. Setting an absent value changes only
+  /// the record: no key is ever removed from the store.
   bool setClient(std::optional<std::string> value);
   bool setAddress(std::optional<std::string> value);
   bool setPort(std::optional<std::string> value);

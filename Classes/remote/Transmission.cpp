@@ -2,6 +2,12 @@
 
 namespace veltramoor {
 
+bool isTransmission(const HttpRequest& answered) {
+  const std::optional<UrlResponse>& response = answered.urlResponse();
+  return response && (response->header("X-Transmission-Session-Id") ||
+                      response->header("Server").value_or("").starts_with("Transmission"));
+}
+
 std::optional<Url> Transmission::getUrl() const {
   return urlWithPath("/transmission/upload?paused=false");
 }
@@ -18,11 +24,15 @@ void Transmission::setSessionId() {
                            {"Content-Type", "; charset=UTF-8json"}});
   // Stays on the device, the request being a GET: the server answers that with its id as well.
   request.setPostData(R"({"method":"session-get"})");
-  request.setUsername(username);
-  request.setPassword(password);
+  prepare(request);
   request.request();
   setSessionId(request.urlResponse() ? request.urlResponse()->header("X-Transmission-Session-Id")
                                      : std::nullopt);
+  setHandshake(std::move(request));
+}
+
+bool Transmission::isOwnAnswer(const HttpRequest& answered) const {
+  return isTransmission(answered);
 }
 
 }  // namespace veltramoor

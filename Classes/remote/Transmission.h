@@ -21,12 +21,19 @@ class Transmission final : public BitClient {
       "Transmission.\n\t- Fill in the fields below with the ip address and port (Default is 9091) "
       "Transmission remote access is using.";
 
+  static constexpr std::string_view kRemotePreferences = "its preferences, Remote";
+
   [[nodiscard]] std::optional<Url> getUrl() const override;
   [[nodiscard]] std::optional<Url> getWebUrl() const override;
+  [[nodiscard]] bool isOwnAnswer(const HttpRequest& answered) const override;
+
   using BitClient::setSessionId;
   /// Fetches the session id, which the server states in a header whatever the answer's status
   /// (409 usually). One try; a missing id shows as a refused add.
   void setSessionId() override;
 };
+
+/// Whether an answer is of something that speaks as Transmission does, whatever was asked.
+[[nodiscard]] bool isTransmission(const HttpRequest& answered);
 
 }  // namespace veltramoor

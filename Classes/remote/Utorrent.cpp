@@ -4,6 +4,14 @@
 #include "site/HttpRequestRegEx.h"
 
 namespace veltramoor {
+namespace {
+
+// What stands around the token on its page; neither has a character with a meaning of its own in an
+// expression.
+constexpr std::string_view kTokenBegin = "<html><div id='token' style='display:none;'>";
+constexpr std::string_view kTokenEnd = "</div></html>";
+
+}  // namespace
 
 std::string Utorrent::getData() {
   name = "torrent_file";
@@ -22,12 +30,12 @@ std::optional<Url> Utorrent::getWebUrl() const { return urlWithCredentialsAndPat
 
 void Utorrent::setSessionId() {
   HttpRequestRegEx request(urlWithPath("/gui/token.html"),
-                           "<html><div id='token' style='display:none;'>(.*)</div></html>");
+                           std::string(kTokenBegin) + "(.*)" + std::string(kTokenEnd));
   request.setExtraHeaders({{"X-Requested-With", "XMLHttpRequest"}, {"X-Request", "JSON"}});
-  request.setUsername(username);
-  request.setPassword(password);
+  prepare(request);
   request.request();
   setSessionId(request.result());
+  setHandshake(std::move(request));
 }
 
 HttpRequest Utorrent::getDownload() const {
@@ -37,9 +45,20 @@ HttpRequest Utorrent::getDownload() const {
                            {"Accept", "application/json"},
                            {"Accept-Enconding", "gzip,deflate,sdch"},
                            {"X-Request", "JSON"}});
-  request.setUsername(username);
-  request.setPassword(password);
+  prepare(request);
   return request;
+}
+
+HttpRequest Utorrent::getProbe() const {
+  HttpRequest request(urlWithPath("/gui/token.html"));
+  prepare(request);
+  return request;
+}
+
+bool Utorrent::isOwnAnswer(const HttpRequest& answered) const {
+  const std::string page = answered.result().value_or("");
+  const std::size_t begin = page.find(kTokenBegin);
+  return begin != std::string::npos && page.find(kTokenEnd, begin) != std::string::npos;
 }
 
 }  // namespace veltramoor

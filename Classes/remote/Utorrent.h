@@ -22,6 +22,8 @@ class Utorrent final : public BitClient {
       "is "
       "8080) of Utorrent Web UI is using.";
 
+  static constexpr std::string_view kRemotePreferences = "its preferences, Web UI";
+
   [[nodiscard]] std::string getData() override;
   /// The adding URL: token and file name stand in it as they are, so that the `&` of a magnet link
   /// begin further parameters.
@@ -32,6 +34,9 @@ class Utorrent final : public BitClient {
   /// then fails.
   void setSessionId() override;
   [[nodiscard]] HttpRequest getDownload() const override;
+  /// The token page.
+  [[nodiscard]] HttpRequest getProbe() const override;
+  [[nodiscard]] bool isOwnAnswer(const HttpRequest& answered) const override;
 };
 
 }  // namespace veltramoor

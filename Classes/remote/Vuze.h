@@ -18,9 +18,14 @@ class Vuze final : public BitClient {
       "computer is online and running Vuze.\n\t- Fill in the fields below with the ip address and "
       "port (Default is 9091) Azureus Web UI plugin is using.";
 
+  static constexpr std::string_view kRemotePreferences = "the options of its Web Remote plug-in";
+
   [[nodiscard]] std::string getData() override;
   [[nodiscard]] std::optional<Url> getUrl() const override;
   [[nodiscard]] std::optional<Url> getWebUrl() const override;
+  /// A call that changes nothing, made as torrents are added.
+  [[nodiscard]] HttpRequest getProbe() const override;
+  [[nodiscard]] bool isOwnAnswer(const HttpRequest& answered) const override;
 };
 
 }  // namespace veltramoor

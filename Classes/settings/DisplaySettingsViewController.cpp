@@ -34,9 +34,11 @@ int storedSegment(const std::vector<SettingChoice>& choices, const std::string& 
   return SegmentedControl::kNoSegment;
 }
 
-void store(const std::string& key, std::string_view code) {
-  Preferences::sharedInstance().setString(key, code);
+/// False when it was refused and the old code stands.
+bool store(const std::string& key, std::string_view code) {
+  const bool stored = Preferences::sharedInstance().setString(key, code);
   Preferences::sharedInstance().synchronize();
+  return stored;
 }
 
 const CategoryGroup& groupAt(int row) { return categoryTable()[static_cast<std::size_t>(row)]; }
@@ -49,8 +51,7 @@ DisplaySettingsViewController::DisplaySettingsViewController(DisplaySettingsKeys
       order_(namesOf(orderTable())),
       sort_(namesOf(sortTable())) {
   setTitle(tr("Recents Display Settings"));
-  order_.setSelectedSegment(storedSegment(orderTable(), keys_.order));
-  sort_.setSelectedSegment(storedSegment(sortTable(), keys_.sort));
+  showStoredOrder();
   connect(&order_, &SegmentedControl::valueChanged, this,
           &DisplaySettingsViewController::didOrderBy);
   connect(&sort_, &SegmentedControl::valueChanged, this, &DisplaySettingsViewController::didSortBy);
@@ -60,6 +61,11 @@ DisplaySettingsViewController::DisplaySettingsViewController(DisplaySettingsKeys
 
 std::shared_ptr<DisplaySettingsViewController> DisplaySettingsViewController::sharedInstance() {
   return SharedInstances::pointer<DisplaySettingsViewController>();
+}
+
+void DisplaySettingsViewController::showStoredOrder() {
+  order_.setSelectedSegment(storedSegment(orderTable(), keys_.order));
+  sort_.setSelectedSegment(storedSegment(sortTable(), keys_.sort));
 }
 
 void DisplaySettingsViewController::addParts() {
@@ -111,25 +117,36 @@ void DisplaySettingsViewController::didSelectRow(int row, int component) {
   if (row < 0 || row >= numberOfRows(component)) {
     return;
   }
-  if (component == kGroups) {
-    const bool sameGroup = row == selectedGroup_;
-    selectedGroup_ = row;
-    row = 0;
-    if (!sameGroup) {
-      emit membersChanged();
-    }
+  const int groupBefore = selectedGroup_;
+  const int memberBefore = selectedMember_;
+  show(component == kGroups ? row : selectedGroup_, component == kGroups ? 0 : row);
+  const auto& members = groupAt(selectedGroup_).members;
+  if (!store(keys_.category, members[static_cast<std::size_t>(selectedMember_)].code)) {
+    // The wheels, which have turned already, turn back.
+    show(groupBefore, memberBefore);
   }
-  selectedMember_ = row;
-  store(keys_.category, groupAt(selectedGroup_).members[static_cast<std::size_t>(row)].code);
+}
+
+void DisplaySettingsViewController::show(int group, int member) {
+  const bool sameGroup = group == selectedGroup_;
+  selectedGroup_ = group;
+  if (!sameGroup) {
+    emit membersChanged();
+  }
+  selectedMember_ = member;
   emit pickerChanged();
 }
 
 void DisplaySettingsViewController::didOrderBy() {
-  store(keys_.order, orderTable()[static_cast<std::size_t>(order_.selectedSegment())].code);
+  if (!store(keys_.order, orderTable()[static_cast<std::size_t>(order_.selectedSegment())].code)) {
+    order_.setSelectedSegment(storedSegment(orderTable(), keys_.order));
+  }
 }
 
 void DisplaySettingsViewController::didSortBy() {
-  store(keys_.sort, sortTable()[static_cast<std::size_t>(sort_.selectedSegment())].code);
+  if (!store(keys_.sort, sortTable()[static_cast<std::size_t>(sort_.selectedSegment())].code)) {
+    sort_.setSelectedSegment(storedSegment(sortTable(), keys_.sort));
+  }
 }
 
 QStringList DisplaySettingsViewController::groups() const {

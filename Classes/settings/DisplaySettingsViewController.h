@@ -20,9 +20,10 @@ struct DisplaySettingsKeys {
 };
 
 /// A two-wheel picker of category groups and their members, and two segmented controls. Every
-/// choice is stored at once as the site's own code; there is nothing to save. Opening the screen
-/// for the first time stores the category "0" when none is stored, and neither order nor sort. A
-/// stored code that is not in the tables selects nothing and stays. Main thread only.
+/// choice is stored at once as the site's own code; there is nothing to save. A choice that the
+/// store refuses is taken back. Opening the screen for the first time stores the category "0" when
+/// none is stored, and neither order nor sort. A stored code that is not in the tables selects
+/// nothing and stays. Main thread only.
 ///
 /// A list's own screen is a subclass with its keys and title, and without the parts that make no
 /// sense for the list.
@@ -32,6 +33,7 @@ class DisplaySettingsViewController : public veltramoor::ViewController {
   Q_PROPERTY(veltramoor::SegmentedControl* sort READ sort CONSTANT)
   Q_PROPERTY(veltramoor::DisplaySettingsParts* infoView READ infoView CONSTANT)
   Q_PROPERTY(QString explanation READ explanation CONSTANT)
+  Q_PROPERTY(QString remark READ remark NOTIFY pickerChanged)
   Q_PROPERTY(QStringList groups READ groups CONSTANT)
   Q_PROPERTY(QStringList members READ members NOTIFY membersChanged)
   Q_PROPERTY(int selectedGroup READ selectedGroup NOTIFY pickerChanged)
@@ -66,6 +68,8 @@ class DisplaySettingsViewController : public veltramoor::ViewController {
 
   /// What the choices are for, on a screen that says so in place of order and sort; else "".
   [[nodiscard]] virtual QString explanation() const { return {}; }
+  /// What the chosen category means for order and sort, in one line below them; else "".
+  [[nodiscard]] virtual QString remark() const { return {}; }
 
   [[nodiscard]] SegmentedControl* order() { return &order_; }
   [[nodiscard]] SegmentedControl* sort() { return &sort_; }
@@ -79,11 +83,16 @@ class DisplaySettingsViewController : public veltramoor::ViewController {
   void pickerChanged();
   void membersChanged();
 
+ protected:
+  /// Has order and sort show what is stored.
+  void showStoredOrder();
+
  private:
   void addParts();
   void didOrderBy();
   void didSortBy();
   void selectStoredCategory();
+  void show(int group, int member);
 
   DisplaySettingsKeys keys_;
   SegmentedControl order_;

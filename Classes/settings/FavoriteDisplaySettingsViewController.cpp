@@ -51,8 +51,12 @@ void FavoriteDisplaySettingsViewController::movedFavoritesSlider() {
 }
 
 void FavoriteDisplaySettingsViewController::changedFavoritesSlider() {
-  Preferences::sharedInstance().setString(PreferencesKeys::favoritesCount,
-                                          wholeNumber(favoritesCountSlider_.value()).toStdString());
+  const QString count = wholeNumber(favoritesCountSlider_.value());
+  if (!Preferences::sharedInstance().setString(PreferencesKeys::favoritesCount,
+                                               count.toStdString())) {
+    favoritesCountSlider_.setValue(storedCount().toDouble());
+    favoritesCountValue_->setText(storedCount());
+  }
   Preferences::sharedInstance().synchronize();
 }
 

@@ -22,15 +22,21 @@ void RecentDisplaySettingsViewController::didSelectRow(int row, int component) {
   if (component != kGroups || row < 0 || row >= numberOfRows(kGroups)) {
     return;
   }
-  const bool all = row == 0;
+  const bool all = selectedGroup() == 0;
   if (all) {
     order()->setSelectedSegment(0);
     sort()->setSelectedSegment(0);
+  } else {
+    showStoredOrder();
   }
   for (int segment = 1; segment < order()->titles().size(); ++segment) {
     order()->setEnabled(segment, !all);
   }
   sort()->setEnabled(1, !all);
+}
+
+QString RecentDisplaySettingsViewController::remark() const {
+  return selectedGroup() == 0 ? tr("The site sorts only within a category.") : QString();
 }
 
 }  // namespace veltramoor

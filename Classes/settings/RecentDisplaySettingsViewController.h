@@ -8,7 +8,8 @@
 namespace veltramoor {
 
 /// Without a category the site sorts the recent torrents by date alone: choosing the group "All"
-/// shows that and holds the other choices back. What is stored stays.
+/// shows that and holds the other choices back. What is stored stays, and any other group shows it
+/// again.
 class RecentDisplaySettingsViewController : public veltramoor::DisplaySettingsViewController {
   Q_OBJECT
 
@@ -18,6 +19,7 @@ class RecentDisplaySettingsViewController : public veltramoor::DisplaySettingsVi
   static std::shared_ptr<RecentDisplaySettingsViewController> sharedInstance();
 
   void didSelectRow(int row, int component) override;
+  [[nodiscard]] QString remark() const override;
 };
 
 }  // namespace veltramoor

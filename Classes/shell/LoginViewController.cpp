@@ -22,9 +22,11 @@ QString stored(std::string_view key) {
   return QString::fromStdString(Preferences::sharedInstance().string(key).value_or(""));
 }
 
-void store(std::string_view key, std::string_view value) {
-  Preferences::sharedInstance().setString(key, value);
+/// False when it was refused and the old value stands.
+bool store(std::string_view key, std::string_view value) {
+  const bool stored = Preferences::sharedInstance().setString(key, value);
   Preferences::sharedInstance().synchronize();
+  return stored;
 }
 
 // Everything but "NO" is on, even "".
@@ -106,10 +108,15 @@ QString LoginViewController::backgroundImage() const {
 }
 
 void LoginViewController::toggleAutomatic() {
-  store(PreferencesKeys::automaticLogin, automaticLogin_.isOn() ? "YES" : "NO");
+  if (!store(PreferencesKeys::automaticLogin, automaticLogin_.isOn() ? "YES" : "NO")) {
+    automaticLogin_.setOn(storedSwitch(PreferencesKeys::automaticLogin, false));
+  }
 }
 
 void LoginViewController::toggleAnonymous() {
+  if (!store(PreferencesKeys::anonymousLogin, anonymousLogin_.isOn() ? "YES" : "NO")) {
+    anonymousLogin_.setOn(storedSwitch(PreferencesKeys::anonymousLogin, true));
+  }
   const bool anonymous = anonymousLogin_.isOn();
   // Stored before they are emptied, or leaving the field would store the empty text.
   endEditing();
@@ -120,7 +127,6 @@ void LoginViewController::toggleAnonymous() {
     field->setEnabled(!anonymous);
     field->setAlpha(anonymous ? 0.5 : 1.0);
   }
-  store(PreferencesKeys::anonymousLogin, anonymous ? "YES" : "NO");
 }
 
 void LoginViewController::tryAutoLogin() {
@@ -233,6 +239,7 @@ void LoginViewController::textFieldDidEndEditing(const TextField& field) {
   if (emptied_) {
     return;
   }
+  // Refused, it stays as it was typed: it is what a sign-in would send, and not another account's.
   store(&field == &username_ ? PreferencesKeys::username : PreferencesKeys::password,
         field.text().toStdString());
 }

@@ -22,8 +22,8 @@ namespace veltramoor {
 
 /// Drives a login: a session check or the anonymous choice, a sign-in when needed, the maker's
 /// notice, and then the hand-over to the root controller. What is typed or switched is stored at
-/// once; the password never leaves the field but for the store and the sign-in form. Main thread
-/// only; its requests run one at a time.
+/// once, and a switch that the store refuses goes back; the password never leaves the field but for
+/// the store and the sign-in form. Main thread only; its requests run one at a time.
 class LoginViewController : public veltramoor::ViewController {
   Q_OBJECT
   Q_PROPERTY(veltramoor::TextField* username READ username CONSTANT)

@@ -83,7 +83,7 @@ void SiteChooser::use() {
   while (text.endsWith(QLatin1Char('/'))) {
     text.chop(1);
   }
-  const std::string host = text.toStdString();
+  const std::string host = SiteConfiguration::normalizedHost(text.toStdString());
   if (host.empty() || !SiteConfiguration::isHost(host)) {
     refuse(tr("That is not the name of a site. Enter one like www.example.org."));
     return;

@@ -12,6 +12,7 @@
 #include "shell/pages/ForumWebViewController.h"
 #include "shell/pages/SiteWebViewController.h"
 #include "toolkit/NavigationController.h"
+#include "toolkit/TabBarController.h"
 
 namespace veltramoor {
 namespace {
@@ -22,19 +23,32 @@ std::shared_ptr<NavigationController> inBlackStack(std::shared_ptr<ViewControlle
   return stack;
 }
 
+// A list whose line on a failed send leads to `remote`, the remote settings.
 template <typename List>
-std::shared_ptr<NavigationController> listInBlackStack() {
-  return inBlackStack(std::make_shared<List>(TableViewStyle::Plain));
+std::shared_ptr<List> listWith(const std::shared_ptr<NavigationController>& remote) {
+  auto list = std::make_shared<List>(TableViewStyle::Plain);
+  list->showRemoteSettings = [settings = std::weak_ptr(remote)] {
+    const auto screen = settings.lock();
+    if (screen != nullptr && screen->tabBarController() != nullptr) {
+      screen->popToRootViewController();
+      screen->tabBarController()->choose(screen.get());
+    }
+  };
+  return list;
 }
 
-std::shared_ptr<ViewController> remoteInterface(ClientWebViewController::OpenedFrom openedFrom) {
+std::shared_ptr<ClientWebViewController> remoteInterface(
+    ClientWebViewController::OpenedFrom openedFrom) {
   return std::make_shared<ClientWebViewController>(std::nullopt, openedFrom);
 }
 
 std::shared_ptr<ViewController> remoteSettings() {
   auto settings = std::make_shared<ServerSettingsViewController>();
-  settings->makeTestPage = [](ServerSettingsViewController&) {
-    return remoteInterface(ClientWebViewController::OpenedFrom::RemoteSettings);
+  settings->makeTestPage = [](ServerSettingsViewController& opener) {
+    auto page = remoteInterface(ClientWebViewController::OpenedFrom::RemoteSettings);
+    QObject::connect(page.get(), &ClientWebViewController::testFailed, &opener,
+                     &ServerSettingsViewController::diagnose);
+    return page;
   };
   return settings;
 }
@@ -42,19 +56,20 @@ std::shared_ptr<ViewController> remoteSettings() {
 }  // namespace
 
 std::vector<std::shared_ptr<ViewController>> assembleTabs(std::function<void()> logout) {
-  const auto recents = std::make_shared<AllListViewController>(TableViewStyle::Plain);
+  // The one bar that keeps the default look.
+  const auto remote = std::make_shared<NavigationController>(remoteSettings());
+  const auto recents = listWith<AllListViewController>(remote);
   return {
       inBlackStack(recents),
-      listInBlackStack<FavoriteListViewController>(),
-      listInBlackStack<SearchListViewController>(),
-      listInBlackStack<Top100ListViewController>(),
-      listInBlackStack<UploadListViewController>(),
+      inBlackStack(listWith<FavoriteListViewController>(remote)),
+      inBlackStack(listWith<SearchListViewController>(remote)),
+      inBlackStack(listWith<Top100ListViewController>(remote)),
+      inBlackStack(listWith<UploadListViewController>(remote)),
       inBlackStack(std::make_shared<ForumWebViewController>(std::nullopt, recents)),
       // Bare, without a stack.
       std::make_shared<HistoryListViewController>(TableViewStyle::Plain),
       inBlackStack(remoteInterface(ClientWebViewController::OpenedFrom::TabBar)),
-      // The one bar that keeps the default look.
-      std::make_shared<NavigationController>(remoteSettings()),
+      remote,
       inBlackStack(std::make_shared<SiteWebViewController>(std::nullopt, recents)),
       inBlackStack(std::make_shared<LogoutViewController>(std::move(logout))),
   };

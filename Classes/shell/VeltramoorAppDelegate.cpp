@@ -4,7 +4,9 @@
 #include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QInputMethod>
+#include <QKeyEvent>
 #include <QThread>
+#include <QWindow>
 #include <cassert>
 #include <chrono>
 
@@ -12,6 +14,7 @@
 #include "platform/Bundle.h"
 #include "platform/MainThread.h"
 #include "platform/Preferences.h"
+#include "platform/RefusedWrites.h"
 #include "platform/UrlLoading.h"
 #include "shell/DemoSiteProcess.h"
 #include "shell/SwitchViewController.h"
@@ -37,16 +40,22 @@ void recordVersion() {
 VeltramoorAppDelegate::VeltramoorAppDelegate() {
   assert(theDelegate == nullptr && qApp != nullptr);
   theDelegate = this;
-  MainThread::attach([](MainThread::Task task) {
-    QMetaObject::invokeMethod(qApp, std::move(task), Qt::QueuedConnection);
-  });
+  MainThread::attach(
+      [](MainThread::Task task) {
+        QMetaObject::invokeMethod(qApp, std::move(task), Qt::QueuedConnection);
+      },
+      true);
   Alerts::setPresenter(&alertView_);
+  RefusedWrites::setListener([](const std::string& sentence) {
+    MainThread::perform([sentence] { Alerts::showMessage("Not saved.", sentence); });
+  });
   const QInputMethod* keyboard = QGuiApplication::inputMethod();
   connect(keyboard, &QInputMethod::visibleChanged, this,
           [keyboard] { Device::sharedInstance().setKeyboardShown(keyboard->isVisible()); });
 }
 
 VeltramoorAppDelegate::~VeltramoorAppDelegate() {
+  RefusedWrites::setListener(nullptr);
   Alerts::setPresenter(nullptr);
   theDelegate = nullptr;
 }
@@ -62,8 +71,10 @@ void VeltramoorAppDelegate::applicationDidFinishLaunching(std::shared_ptr<ViewCo
   viewController_ = root != nullptr ? std::move(root) : std::make_shared<SwitchViewController>();
   viewController_->appear();
   viewController_->viewDidAppear();
-  if (const auto problem = Preferences::sharedInstance().lastProblem()) {
-    Alerts::showMessage("Settings", *problem);
+  // One that refused a write just now has been told of.
+  const auto notice = Preferences::sharedInstance().openingNotice();
+  if (notice && notice != RefusedWrites::told()) {
+    Alerts::showMessage("Settings", *notice);
   }
 }
 
@@ -112,8 +123,14 @@ void VeltramoorAppDelegate::escape() {
     loading->goOn();
   } else if (sending->canGoOn()) {
     sending->goOn();
-  } else if (viewController_ != nullptr) {
-    viewController_->escape();
+  } else if (viewController_ != nullptr && !viewController_->escape()) {
+    // Nothing here wants the key: it goes to what has the focus, for a page may close something
+    // with it. Not by way of the window, which would look for a shortcut again.
+    QObject* focus = QGuiApplication::focusObject();
+    if (focus != nullptr && focus != QGuiApplication::focusWindow()) {
+      QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+      QCoreApplication::sendEvent(focus, &press);
+    }
   }
 }
 

@@ -51,7 +51,8 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
 
   /// What the Escape key does, whatever has the focus: it closes an alert, else leaves a form that
-  /// covers everything, else goes on from a wait that offers it, else asks the screen on show.
+  /// covers everything, else goes on from a wait that offers it, else asks the screen on show. A
+  /// screen that has no use for it leaves it to what has the focus.
   Q_INVOKABLE void escape();
 
   /// URL of a resource image, for views.

@@ -7,16 +7,14 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/TransferFailure.h"
-
 namespace veltramoor {
 
-/// Any callable that takes the outcome, or the outcome and why its transfer failed (absent when it
-/// did not). Whoever has no use for the reason need not name it.
-template <typename Outcome>
+/// Any callable that takes the outcome, or the outcome and why it is none (absent when it is one).
+/// Whoever has no use for the reason need not name it.
+template <typename Outcome, typename Failure>
 class FetchCompletion {
  public:
-  using Reason = std::optional<TransferFailure>;
+  using Reason = std::optional<Failure>;
 
   FetchCompletion() = default;
 

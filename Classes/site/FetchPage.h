@@ -8,6 +8,7 @@
 
 #include "platform/MainThread.h"
 #include "platform/OperationQueue.h"
+#include "platform/TransferFailure.h"
 #include "platform/Url.h"
 #include "site/DeliveryOrder.h"
 #include "site/FetchCompletion.h"
@@ -23,14 +24,14 @@ struct DeliveryPlace {
 };
 
 /// Base of the operations that screens queue. A subclass does its blocking work in `fetch` and
-/// leaves the outcome in `returnObject_`, and in `failure_` why the transfer that decides it
-/// failed; both are then delivered on the main thread without waiting. The completion must keep its
-/// screen alive; it is moved to the main thread with the outcome, so that the screen's last
-/// reference is never dropped by a worker.
-template <typename Outcome>
+/// leaves the outcome in `returnObject_`, and in `failure_` why there is none: by default how the
+/// transfer that decides it failed; both are then delivered on the main thread without waiting. The
+/// completion must keep its screen alive; it is moved to the main thread with the outcome, so that
+/// the screen's last reference is never dropped by a worker.
+template <typename Outcome, typename Failure = TransferFailure>
 class FetchPage : public Operation {
  public:
-  using Completion = FetchCompletion<Outcome>;
+  using Completion = FetchCompletion<Outcome, Failure>;
 
   /// An empty completion: the work is done and nothing is delivered.
   FetchPage(std::optional<Url> url, Completion completion,
@@ -57,7 +58,7 @@ class FetchPage : public Operation {
   void setUrl(std::optional<Url> url) { url_ = std::move(url); }
 
   Outcome returnObject_{};
-  std::optional<TransferFailure> failure_;
+  std::optional<Failure> failure_;
 
  private:
   void deliver() {

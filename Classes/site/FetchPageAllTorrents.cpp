@@ -8,7 +8,7 @@ void FetchPageAllTorrents::fetch() {
   HttpRequestRegExTorrent request(url());
   request.request();
   returnObject_ = request.takeTorrents();
-  failure_ = request.failure();
+  failure_ = request.trouble();
 }
 
 }  // namespace veltramoor

@@ -33,8 +33,14 @@ bool HttpRequest::isResponseValid() const {
 }
 
 UrlRequest HttpRequest::urlRequest() const {
-  UrlRequest request{
-      .url = *url_, .method = type_, .body = body_, .sendOnce = sendOnce_, .stop = stop_};
+  UrlRequest request{.url = *url_,
+                     .method = type_,
+                     .body = body_,
+                     .sendOnce = sendOnce_,
+                     .stop = stop_,
+                     .deadline = deadline_,
+                     .followsRedirects = followsRedirects_,
+                     .progress = progress_};
   HeaderList& headers = request.headers;
   if (type_ == "POST" && !body_ && client_) {
     headers.emplace_back("Content-Type",

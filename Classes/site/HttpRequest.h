@@ -1,6 +1,8 @@
 // One HTTP exchange, as the whole application performs it.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -89,6 +91,19 @@ class HttpRequest {
   /// Asking for a stop makes a request that is under way on another thread fail at once.
   void setStop(std::stop_token stop) { stop_ = std::move(stop); }
 
+  /// The request has failed when it is not over by then, redirects included.
+  void setDeadline(std::optional<std::chrono::steady_clock::time_point> deadline) {
+    deadline_ = deadline;
+  }
+
+  /// False: a redirect is a final answer like any other.
+  void setFollowsRedirects(bool follows) { followsRedirects_ = follows; }
+
+  /// Called on the thread of `request()` as the stages of a connection are reached.
+  void setProgress(std::function<void(const ConnectionStage&)> progress) {
+    progress_ = std::move(progress);
+  }
+
   /// Why the last `request()` had no response: of kind NoAddress without a URL. Absent when there
   /// was one, of whatever status, and before the first.
   [[nodiscard]] const std::optional<TransferFailure>& failure() const { return failure_; }
@@ -129,6 +144,9 @@ class HttpRequest {
   bool overwriteUserAgent_ = true;
   bool sendOnce_ = false;
   std::stop_token stop_;
+  std::optional<std::chrono::steady_clock::time_point> deadline_;
+  bool followsRedirects_ = true;
+  std::function<void(const ConnectionStage&)> progress_;
   HeaderList extraHeaders_;
   std::optional<TransferFailure> failure_;
   std::optional<UrlResponse> urlResponse_;

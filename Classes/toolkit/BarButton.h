@@ -86,12 +86,15 @@ class BarItem : public QAbstractListModel {
   [[nodiscard]] BarButton* button(int row) const {
     return row >= 0 && row < rowCount() ? buttons_[static_cast<std::size_t>(row)].get() : nullptr;
   }
-  /// To be set once, before the screen is shown for the first time.
   void set(double width, std::vector<std::unique_ptr<BarButton>> buttons) {
     beginResetModel();
     width_ = width;
-    buttons_ = std::move(buttons);
+    buttons_.swap(buttons);
     endResetModel();
+    // What draws the old ones goes a little later, and they after it.
+    for (std::unique_ptr<BarButton>& old : buttons) {
+      old.release()->deleteLater();
+    }
     emit changed();
   }
 

@@ -11,6 +11,7 @@ class Button : public QObject {
   Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY changed)
   Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY changed)
   Q_PROPERTY(bool hidden READ isHidden WRITE setHidden NOTIFY changed)
+  Q_PROPERTY(QString mark READ mark NOTIFY changed)
 
  public:
   using QObject::QObject;
@@ -21,6 +22,9 @@ class Button : public QObject {
   void setEnabled(bool enabled) { assign(enabled_, enabled); }
   [[nodiscard]] bool isHidden() const { return hidden_; }
   void setHidden(bool hidden) { assign(hidden_, hidden); }
+  /// What the button's choice has changed, in words: shown as a dot. "": nothing.
+  [[nodiscard]] QString mark() const { return mark_; }
+  void setMark(const QString& mark) { assign(mark_, mark); }
 
  signals:
   void changed();
@@ -35,6 +39,7 @@ class Button : public QObject {
   }
 
   QString title_;
+  QString mark_;
   bool enabled_ = true;
   bool hidden_ = false;
 };

@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <QTimer>
+#include <QUuid>
 #include <cassert>
+#include <chrono>
 #include <utility>
 
 #include "platform/MainThread.h"
@@ -25,12 +27,18 @@ WebPageDelegate& nobody() {
   return instance;
 }
 
+// An engine that has more to say of a load that was stopped is waited for, not for ever.
+constexpr std::chrono::seconds kBusyEngine{1};
+
 int portOf(const QUrl& url) { return url.port(url.scheme() == QLatin1String("https") ? 443 : 80); }
 
 }  // namespace
 
 WebPage::WebPage(QString userAgent, QString profileKey, WebPageDelegate* delegate)
-    : userAgent_(std::move(userAgent)), profileKey_(std::move(profileKey)), delegate_(delegate) {
+    : userAgent_(std::move(userAgent)),
+      profileKey_(std::move(profileKey)),
+      delegate_(delegate),
+      messageKey_(QUuid::createUuid().toString()) {
   assert(MainThread::isCurrent() && delegate != nullptr);
   static int pages = 0;
   id_ = QString::number(++pages);
@@ -92,11 +100,13 @@ void WebPage::loadHtml(const QString& html, const std::optional<Url>& base) {
     }
     origin.setUserInfo({});
   }
+  loadingText_ = true;
   begin();
   ask([this, origin] { emit htmlRequested(html_, origin); });
 }
 
 void WebPage::loadUrl(const QUrl& url) {
+  loadingText_ = false;
   begin();
   ask([this, url] { emit urlRequested(url); });
 }
@@ -105,6 +115,15 @@ void WebPage::stop() {
   waiting_ = nullptr;
   if (loading_) {
     emit stopRequested();
+    const auto tell = [this, stop = ++stops_](void (WebPage::*told)()) {
+      if (stop == stops_) {
+        emit(this->*told)();
+      }
+    };
+    // Behind what stands in the queue of events.
+    QMetaObject::invokeMethod(
+        this, [tell] { tell(&WebPage::stopHandled); }, Qt::QueuedConnection);
+    QTimer::singleShot(kBusyEngine, this, [tell] { tell(&WebPage::stopOverdue); });
     loading_ = false;
     announced_ = false;
     emit changed();
@@ -140,6 +159,7 @@ void WebPage::runScript(const QString& source, std::function<void(const QVariant
 void WebPage::showError(const QString& text) {
   loading_ = false;
   error_ = text;
+  failedUrl_.clear();
   emit changed();
 }
 
@@ -173,6 +193,7 @@ void WebPage::reportFinished() {
     return;
   }
   shown_ = true;
+  showingText_ = loadingText_;
   loading_ = false;
   announced_ = false;
   emit changed();
@@ -189,10 +210,25 @@ void WebPage::reportFailed(const QUrl& url, const QString& reason) {
     const QString where =
         url.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment);
     error_ = tr("%1 could not be loaded: %2.").arg(url.isEmpty() ? tr("The page") : where, reason);
+    failedUrl_ = loadingText_ ? QUrl() : url;
   }
   emit changed();
   delegate_->didFailLoadWithError(error_);
 }
+
+void WebPage::reportReplaced() {
+  shown_ = false;
+  showingText_ = loadingText_;
+}
+
+void WebPage::reportGone(const QUrl& url, const QString& reason) {
+  loadingText_ = showingText_;
+  reportReplaced();
+  reportStarted();
+  reportFailed(url, reason);
+}
+
+void WebPage::reportTappedMagnetLink(const QString& link) { delegate_->didTapMagnetLink(link); }
 
 void WebPage::reportHistory(bool canGoBack, bool canGoForward) {
   canGoBack_ = canGoBack;
@@ -210,12 +246,18 @@ bool WebPage::shouldStartLoad(const QUrl& url, int navigationType, bool mainFram
   const QString scheme = url.scheme();
   // Text that the application loads arrives as such an address; no page can lead the view to one.
   if (scheme == QLatin1String("data") || url == QUrl(QStringLiteral("about:blank"))) {
+    loadingText_ = loadingText_ || mainFrame;
     return true;
   }
   if (scheme != QLatin1String("http") && scheme != QLatin1String("https")) {
     return !mainFrame && (scheme == QLatin1String("about") || scheme == QLatin1String("blob"));
   }
-  return !mainFrame || delegate_->shouldStartLoadWithRequest(url, navigationType);
+  if (!mainFrame) {
+    return true;
+  }
+  const bool may = delegate_->shouldStartLoadWithRequest(url, navigationType);
+  loadingText_ = loadingText_ && !may;
+  return may;
 }
 
 QStringList WebPage::answerChallenge(const QUrl& url) {

@@ -30,6 +30,8 @@ class WebPageDelegate {
   virtual void didFailLoadWithError(const QString& error) = 0;
   /// The application itself stopped the load, to leave the page or to make way for another.
   virtual void webViewWasStopped() = 0;
+  /// The person tapped `link`, a magnet link, which leads the page nowhere. As the page has it.
+  virtual void didTapMagnetLink(const QString& /*link*/) {}
 };
 
 /// One web view with its own history. It draws nothing: a view takes it, does what the signals ask
@@ -43,6 +45,7 @@ class WebPage : public QObject {
   Q_PROPERTY(bool scalesPageToFit READ scalesPageToFit CONSTANT)
   Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
   Q_PROPERTY(QString error READ error NOTIFY changed)
+  Q_PROPERTY(QString messageKey READ messageKey CONSTANT)
 
  public:
   /// `profileKey`: pages of another key know nothing of this one's logins to servers.
@@ -63,14 +66,19 @@ class WebPage : public QObject {
   bool leaveError();
   /// Runs `source` in the page; `callback` gets its value, nothing when the page went meanwhile.
   void runScript(const QString& source, std::function<void(const QVariant&)> callback = {});
-  /// Shows `text` in the page's place, as for a page that could not be loaded.
+  /// Shows `text` in the page's place, as for a page that could not be loaded; "" takes an error
+  /// away and leaves the place empty.
   void showError(const QString& text);
 
   [[nodiscard]] bool isLoading() const { return loading_; }
+  /// Whether the page on show is text that the application gave, and not one it led to.
+  [[nodiscard]] bool isShowingText() const { return showingText_; }
   [[nodiscard]] bool canGoBack() const { return canGoBack_; }
   [[nodiscard]] bool canGoForward() const { return canGoForward_; }
   /// What failed, in one line; "" while nothing has.
   [[nodiscard]] QString error() const { return error_; }
+  /// The address whose load failed; empty for text of the application's and while nothing has.
+  [[nodiscard]] QUrl failedUrl() const { return error_.isEmpty() ? QUrl() : failedUrl_; }
   /// Credentials included.
   [[nodiscard]] const std::optional<Url>& baseUrl() const { return base_; }
   [[nodiscard]] const QString& html() const { return html_; }
@@ -95,7 +103,9 @@ class WebPage : public QObject {
   /// `reason`: what the engine says; "" for a load that was refused or that stopped by itself.
   Q_INVOKABLE void reportFailed(const QUrl& url, const QString& reason);
   /// Nothing is left of the page on show.
-  Q_INVOKABLE void reportReplaced() { shown_ = false; }
+  Q_INVOKABLE void reportReplaced();
+  /// What drew the page on show, at `url`, has ended; `reason` as above.
+  Q_INVOKABLE void reportGone(const QUrl& url, const QString& reason);
   /// There is no engine to show anything with: this load fails and every later one.
   Q_INVOKABLE void reportUnusable(const QString& reason);
   Q_INVOKABLE void reportHistory(bool canGoBack, bool canGoForward);
@@ -103,12 +113,19 @@ class WebPage : public QObject {
   Q_INVOKABLE bool shouldStartLoad(const QUrl& url, int navigationType, bool mainFrame);
   /// User name and password for a server that asks; empty when it is none of ours.
   Q_INVOKABLE QStringList answerChallenge(const QUrl& url);
+  /// What the view's own script in the page puts before what it has to say; no page knows it.
+  [[nodiscard]] QString messageKey() const { return messageKey_; }
+  Q_INVOKABLE void reportTappedMagnetLink(const QString& link);
 
  signals:
   void changed();
   void htmlRequested(const QString& html, const QUrl& base);
   void urlRequested(const QUrl& url);
   void stopRequested();
+  /// Of the last stop that was asked for: when what the engine had said until then has been heard,
+  /// and when nobody need wait any longer for more of it.
+  void stopHandled();
+  void stopOverdue();
   void backRequested();
   void forwardRequested();
   void scriptRequested(int number, const QString& source);
@@ -135,13 +152,18 @@ class WebPage : public QObject {
   WebPageDelegate* delegate_;
   std::optional<Url> base_;
   QString html_;
+  QString messageKey_;
   QString error_;
+  QUrl failedUrl_;
   QString unusable_;
   bool attached_ = false;
   bool loading_ = false;
   bool announced_ = false;
   // Whether a page is there, perhaps below an error.
   bool shown_ = false;
+  // Whether what is being loaded, and what was loaded last, is text of the application's.
+  bool loadingText_ = false;
+  bool showingText_ = false;
   bool canGoBack_ = false;
   bool canGoForward_ = false;
   bool scalesPageToFit_ = false;
@@ -149,6 +171,7 @@ class WebPage : public QObject {
   std::vector<Login> logins_;
   std::unordered_map<int, std::function<void(const QVariant&)>> callbacks_;
   int scripts_ = 0;
+  int stops_ = 0;
   int challenges_ = 0;
 };
 

@@ -6,8 +6,10 @@
 
 namespace veltramoor {
 
-WebProfile::WebProfile(const QString& userAgent, QObject* jar)
+WebProfile::WebProfile(const QString& userAgent, QObject* jar, QObject* hosts)
     : QObject(jar),
+      ownServerOnly_(hosts == nullptr),
+      hosts_(hosts),
       cookies_([store = engine_.cookieStore()](const QNetworkCookie& cookie, const QUrl& origin) {
         store->setCookie(cookie, origin);
       }) {
@@ -21,6 +23,7 @@ WebProfile::WebProfile(const QString& userAgent, QObject* jar)
   engine_.setHttpUserAgent(userAgent);
   engine_.setHttpAcceptLanguage(QStringLiteral("en-US,en"));
   engine_.setSpellCheckEnabled(false);
+  engine_.setUrlRequestInterceptor(&guard_);
   engine_.installUrlSchemeHandler(PageSchemeHandler::kScheme, &pages_);
   connect(&cookies_, &CookieMirror::pushed, this, &WebProfile::cookiesReady);
   connect(&cookies_, &CookieMirror::added, this, [this](const QVariantMap& cookie) {
@@ -30,6 +33,21 @@ WebProfile::WebProfile(const QString& userAgent, QObject* jar)
     QMetaObject::invokeMethod(parent(), "drop", Q_ARG(QVariantMap, cookie));
   });
   connect(jar, SIGNAL(pushRequested()), this, SLOT(pushCookies()));
+}
+
+QString WebProfile::shortPageFor(const QString& id, const QString& html, const QUrl& base) {
+  ownServer_ = base.authority(QUrl::FullyEncoded);
+  return pages_.shortPageFor(id, html, base);
+}
+
+PageReach WebProfile::reach() const {
+  if (ownServerOnly_ || hosts_ == nullptr) {
+    return {.own = {ownServer_}, .refused = {}, .nothingElse = true};
+  }
+  PageReach reach;
+  QMetaObject::invokeMethod(hosts_, "own", Q_RETURN_ARG(QStringList, reach.own));
+  QMetaObject::invokeMethod(hosts_, "remote", Q_RETURN_ARG(QString, reach.refused));
+  return reach;
 }
 
 void WebProfile::pushCookies() {

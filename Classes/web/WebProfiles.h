@@ -20,10 +20,11 @@ class WebProfiles : public QObject {
  public:
   using QObject::QObject;
 
-  /// The profile of that user agent and key; `jar` as WebProfile says, the same one in every call.
-  /// Pages of one key share what the engine remembers, logins to servers among it.
+  /// The profile of that user agent and key; `jar` and `hosts` as WebProfile says, the same ones in
+  /// every call. Pages of one key share what the engine remembers, logins to servers among it;
+  /// those of any key but "" reach their own server alone.
   Q_INVOKABLE veltramoor::WebProfile* profile(const QString& userAgent, const QString& key,
-                                              QObject* jar);
+                                              QObject* jar, QObject* hosts);
 };
 
 }  // namespace veltramoor

@@ -73,7 +73,8 @@ Item {
             }
             IconButton {
                 objectName: "searchBtn"
-                label: qsTr("Search settings")
+                label: root.header.searchBtn.mark.length > 0
+                       ? qsTr("Search settings: %1").arg(root.header.searchBtn.mark) : qsTr("Search settings")
                 image: "settings.png"
                 height: buttons.side
                 button: root.header.searchBtn
@@ -81,7 +82,8 @@ Item {
             }
             IconButton {
                 objectName: "settingsBtn"
-                label: qsTr("List settings")
+                label: root.header.settingsBtn.mark.length > 0
+                       ? qsTr("List settings: %1").arg(root.header.settingsBtn.mark) : qsTr("List settings")
                 image: "settings.png"
                 height: buttons.side
                 button: root.header.settingsBtn

@@ -39,6 +39,23 @@ FocusScope {
                 font { family: Theme.fontFamily; pixelSize: 15 }
             }
 
+            // In what is left between sort and category.
+            Text {
+                objectName: "settingsRemark"
+                visible: text.length > 0
+                x: 20
+                y: 191
+                width: form.width - 40
+                height: 18
+                verticalAlignment: Text.AlignVCenter
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: 10
+                text: root.controller.remark
+                textFormat: Text.PlainText
+                color: Theme.text
+                font { family: Theme.fontFamily; pixelSize: 13 }
+            }
+
             Repeater {
                 id: parts
                 model: root.controller.infoView

@@ -36,9 +36,23 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.controller.tabBarItem.title
 
+        // Whether the rows are still those that a delete has left, which are not what is stored: a row
+        // deleted then would be another one than it reads.
+        property bool outdated: false
+
         function deleteRow(row: int): void {
             opened = null
+            if (outdated)
+                return
+            outdated = true
             root.controller.commitEditingStyle(HistoryListViewController.EditingStyleDelete, row)
+            Qt.callLater(readAgain, row)
+        }
+        function readAgain(deleted: int): void {
+            root.controller.reloadHistory()
+            outdated = false
+            if (keyboardInUse)
+                currentIndex = Math.min(deleted, count - 1)
         }
 
         onMovementStarted: opened = null
@@ -76,10 +90,8 @@ FocusScope {
             case Qt.Key_Backspace: {
                 const row = currentIndex
                 // A key held a moment too long must not take the next ones along.
-                if (row >= 0 && !event.isAutoRepeat) {
+                if (row >= 0 && !event.isAutoRepeat)
                     deleteRow(row)
-                    currentIndex = Math.min(row, count - 1)
-                }
                 break
             }
             default: return

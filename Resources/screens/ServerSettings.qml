@@ -23,7 +23,18 @@ FocusScope {
         id: scroll
         objectName: "serverSettingsScroll"
         anchors.fill: parent
-        contentHeight: root.controller.contentHeight
+        contentHeight: Math.max(root.controller.contentHeight,
+                                steps.height > 0 ? steps.y + steps.height + 20 : 0)
+
+        // Shows the step that was done last, once the form has grown for it.
+        Timer {
+            id: growing
+            interval: 0
+            onTriggered: {
+                if (steps.latest)
+                    scroll.show(steps.latest, 12)
+            }
+        }
 
         Connections {
             target: root.controller
@@ -98,28 +109,31 @@ FocusScope {
                 field: root.controller.serverPassword
             }
 
-            Pressable {
+            TextButton {
                 objectName: "testButton"
                 y: 512
                 width: parent.width
-                height: Theme.touchTarget
                 label: root.controller.testButton.title
                 enabled: root.controller.testButton.enabled
                 onClicked: root.controller.test()
+            }
+            TextButton {
+                objectName: "diagnoseButton"
+                y: 560
+                width: parent.width
+                label: root.controller.diagnosis.running ? qsTr("Looking\u2026")
+                                                         : root.controller.diagnoseButton.title
+                enabled: root.controller.diagnoseButton.enabled
+                onClicked: root.controller.diagnose()
+            }
 
-                Rectangle {
-                    z: -1
-                    anchors { fill: parent; margins: 2 }
-                    radius: 6
-                    color: Theme.raised
-                }
-                Text {
-                    anchors.centerIn: parent
-                    text: root.controller.testButton.title
-                    textFormat: Text.PlainText
-                    color: Theme.accent
-                    font { family: Theme.fontFamily; pixelSize: 16; bold: true }
-                }
+            DiagnosisSteps {
+                id: steps
+                objectName: "diagnosisSteps"
+                y: 616
+                width: parent.width
+                diagnosis: root.controller.diagnosis
+                onHeightChanged: growing.restart()
             }
         }
     }

@@ -28,7 +28,7 @@ FocusScope {
         // The first row begins where the header's touches end, and the last one ends above what
         // of the table reaches below the screen.
         topMargin: root.controller.tableTopInset
-        bottomMargin: Math.max(0, y + height - root.height)
+        bottomMargin: Math.max(0, y + height - root.height) + (notice.visible ? notice.height + 24 : 0)
         model: root.controller.rows
         reuseItems: true
         cacheBuffer: 370
@@ -117,30 +117,17 @@ FocusScope {
         }
     }
 
-    Text {
-        objectName: "listNotice"
-        visible: text.length > 0
+    ListNotice {
+        id: notice
+        controller: root.controller
         anchors.horizontalCenter: parent.horizontalCenter
         y: list.count === 0
            ? (list.y + root.height) / 2 - height / 2
            : root.height - height - 12
         width: Math.min(parent.width - 40, Theme.formWidth)
-        padding: list.count === 0 ? 0 : 10
-        horizontalAlignment: Text.AlignHCenter
-        wrapMode: Text.WordWrap
-        textFormat: Text.PlainText
-        text: root.controller.notice
-        color: Theme.text
-        font.family: Theme.fontFamily
-        font.pixelSize: 15
-
-        Rectangle {
-            z: -1
-            anchors.fill: parent
-            visible: list.count > 0
-            radius: 8
-            color: Theme.raised
-        }
+        overRows: list.count > 0
+        // It goes with the tap, and the focus must be somewhere.
+        onClicked: list.forceActiveFocus()
     }
 
     Image {

@@ -28,6 +28,9 @@ FocusScope {
         readonly property WebPage page: root.controller.webPage
         readonly property string error: page ? page.error : ""
 
+        // What the keys go to: the page, or the way out of an error.
+        onErrorChanged: (error.length > 0 ? again : shown).focus = true
+
         onPageChanged: load()
         Component.onCompleted: load()
 
@@ -65,19 +68,36 @@ FocusScope {
             visible: place.error.length === 0
         }
 
-        Text {
-            objectName: "webError"
+        Column {
             anchors.centerIn: parent
-            visible: text.length > 0
             width: Math.min(parent.width - 40, Theme.formWidth)
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            textFormat: Text.PlainText
-            text: place.error
-            color: Theme.text
-            font { family: Theme.fontFamily; pixelSize: 15 }
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            spacing: 20
+            visible: place.error.length > 0
+
+            Text {
+                objectName: "webError"
+                width: parent.width
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.Wrap
+                // An address may be longer than the screen is high.
+                elide: Text.ElideRight
+                maximumLineCount: 8
+                textFormat: Text.PlainText
+                text: place.error
+                color: Theme.text
+                font { family: Theme.fontFamily; pixelSize: 15 }
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+
+            TextButton {
+                id: again
+                objectName: "webTryAgain"
+                anchors.horizontalCenter: parent.horizontalCenter
+                width: 160
+                label: qsTr("Try again")
+                onClicked: root.controller.tryAgain()
+            }
         }
     }
 }

@@ -9,11 +9,13 @@ WebEngineView {
     objectName: "webView"
 
     required property WebPage page
-    property WebProfile browser: WebProfiles.profile(page.userAgent, page.profileKey, WebCookies)
+    property WebProfile browser: WebProfiles.profile(page.userAgent, page.profileKey, WebCookies, WebHosts)
 
     profile: browser.engine
     anchors.fill: parent
-    backgroundColor: "white"
+    // Dark until there is something to see. Then white, which is what a page without a ground of its own
+    // is written for.
+    backgroundColor: Theme.ground
     focus: true
 
     Accessible.role: Accessible.WebDocument
@@ -40,6 +42,7 @@ WebEngineView {
         errorPageEnabled: false
         focusOnNavigationEnabled: false
         playbackRequiresUserGesture: true
+        webRTCPublicInterfacesOnly: true
         showScrollBars: false
     }
 
@@ -47,21 +50,67 @@ WebEngineView {
     property var pending: null
     // Whether the page being loaded is text of the application's, which has no place in the history.
     property bool ownPage: false
-    // Whether the engine is yet to say that it stopped a load as the application asked.
+    // Whether the engine has still to speak of a load that was stopped. It may do so a while later, and
+    // does not say which one it means: until then nothing else is loaded, and what it says is not heard.
     property bool stopping: false
+    property bool heard: false
+    property bool cookiesReady: false
 
     function prepare(load: var): void {
         pending = load
+        cookiesReady = false
         browser.pushCookies()
     }
-    // Has a link that the person taps open here when it asks for a window of its own, by its target
-    // or by the button or key that it is tapped with; in a world that no script of a page reaches.
-    readonly property string tapWatch: `
+    function proceed(): void {
+        if (stopping || !cookiesReady || !pending)
+            return
+        const load = pending
+        pending = null
+        load()
+    }
+    function stopped(): void {
+        stopping = false
+        if (!pending && loading && page)
+            page.reportStarted()  // The page has gone on to another one meanwhile.
+        proceed()
+    }
+
+    // Says when a new document takes the place of the one before, and when there is something to see of
+    // it. Has a link that the person taps open here when it asks for a window of its own, by its target
+    // or by the button or key that it is tapped with; tells of a magnet link, which leads no page
+    // anywhere. All of it in a world that no script of a page reaches.
+    readonly property string script: `
+        const say = what => console.info(messageKey + what);
+        say('began');
+        new PerformanceObserver((list, observer) => {
+            if (list.getEntriesByName('first-contentful-paint').length > 0) {
+                observer.disconnect();
+                say('painted');
+            }
+        }).observe({ type: 'paint', buffered: true });
+        // A script can have the engine click for it, through a label or a form: only what begins with
+        // the person's finger or key on the link itself is a tap on it.
+        const linkOf = event => event.composedPath().find(node => node.localName === 'a' && node.href);
+        let pressed = null;
+        addEventListener('pointerdown', event => pressed = event.isTrusted ? linkOf(event) : null, true);
+        addEventListener('keydown', event => {
+            const key = event.isTrusted && event.key === 'Enter' && document.activeElement;
+            pressed = key && key.localName === 'a' ? key : null;
+        }, true);
+        for (const type of ['pointerup', 'pointercancel', 'keyup'])
+            addEventListener(type, () => setTimeout(() => pressed = null), true);
         for (const type of ['click', 'auxclick'])
             addEventListener(type, event => {
-                const link = event.composedPath().find(node => node.localName === 'a' && node.href);
+                const link = linkOf(event);
                 if (!event.isTrusted || event.button > 1 || !link)
                     return;
+                if (link.protocol === 'magnet:') {
+                    event.preventDefault();
+                    if (link === pressed)
+                        say(link.href);
+                    pressed = null;
+                    return;
+                }
                 const base = document.querySelector('base[target]');
                 const target = link.target || (base ? base.target : '');
                 const frame = document.querySelector('iframe[name="' + CSS.escape(target) + '"]');
@@ -88,10 +137,18 @@ WebEngineView {
         // The engine does not tell QML's tools of this property's type.
         // qmllint disable type
         userScripts.collection = [{
-            name: "taps",
+            name: "own",
             injectionPoint: WebEngineScript.DocumentCreation,
             worldId: WebEngineScript.ApplicationWorld,
-            sourceCode: tapWatch
+            sourceCode: "{ const messageKey = '" + page.messageKey + "';" + script + "}"
+        }, {
+            // What opens connections that nobody here is asked about.
+            name: "reach",
+            injectionPoint: WebEngineScript.DocumentCreation,
+            worldId: WebEngineScript.MainWorld,
+            runsOnSubFrames: true,
+            sourceCode: "for (const name of ['RTCPeerConnection', 'webkitRTCPeerConnection', "
+                        + "'WebTransport']) delete globalThis[name]"
         }]
         // qmllint enable type
         page.attach()
@@ -101,10 +158,8 @@ WebEngineView {
     Connections {
         target: view.browser
         function onCookiesReady(): void {
-            const load = view.pending
-            view.pending = null
-            if (load)
-                load()
+            view.cookiesReady = true
+            view.proceed()
         }
     }
 
@@ -119,8 +174,18 @@ WebEngineView {
         function onUrlRequested(url: url): void { view.prepare(() => view.url = url) }
         function onStopRequested(): void {
             view.pending = null
-            view.stopping = view.loading
             view.stop()
+            view.stopping = true
+            view.heard = false
+        }
+        function onStopHandled(): void {
+            view.heard = true
+            if (view.stopping && !view.loading)
+                view.stopped()
+        }
+        function onStopOverdue(): void {
+            if (view.stopping)
+                view.stopped()
         }
         function onBackRequested(): void { view.goBack() }
         function onForwardRequested(): void { view.goForward() }
@@ -132,12 +197,22 @@ WebEngineView {
         }
     }
 
+    // Whether the load under way led to where no page of this profile may go.
+    property bool refused: false
+
     onNavigationRequested: request => {
         const main = request.isMainFrame
         if (!page || !page.shouldStartLoad(request.url, request.navigationType, main)) {
             request.reject()
             return
         }
+        if (!browser.mayReach(request.url)) {
+            refused = refused || main
+            request.reject()
+            return
+        }
+        if (main)
+            refused = false
         if (main && request.url.toString().startsWith("http")) {
             ownPage = false
             browser.pushCookies()
@@ -148,13 +223,18 @@ WebEngineView {
     onLoadingChanged: info => {
         if (!page)
             return
+        if (stopping) {
+            // One that was still at work has ended now.
+            if (info.status !== WebEngineView.LoadStartedStatus && heard && !loading)
+                stopped()
+            return
+        }
         switch (info.status) {
         case WebEngineView.LoadStartedStatus:
-            zoomFactor = 1
-            stopping = false
             page.reportStarted()
             break
         case WebEngineView.LoadSucceededStatus:
+            refused = false
             finished()
             break
         case WebEngineView.LoadFailedStatus:
@@ -165,10 +245,9 @@ WebEngineView {
                 failed(info)
             break
         case WebEngineView.LoadStoppedStatus:
-            // What the application stopped is over for it, and another load may be on its way.
-            if (!stopping)
-                page.reportFailed(info.url, "")
-            stopping = false
+            page.reportFailed(info.url, refused ? qsTr("no page here may lead into the network around you")
+                                                : "")
+            refused = false
             break
         }
     }
@@ -197,6 +276,7 @@ WebEngineView {
         if (ownPage)
             history.clear()
         reportHistory()
+        backgroundColor = "white"
         fit()
         page.reportFinished()
     }
@@ -249,8 +329,20 @@ WebEngineView {
         request.accepted = true
         request.dialogReject()
     }
-    // What a page says to its developers is nobody's business here.
-    onJavaScriptConsoleMessage: {}
+    // What a page says to its developers is nobody's business here; what the view's own script says is.
+    onJavaScriptConsoleMessage: (level, message, line, source) => {
+        if (!page || !message.startsWith(page.messageKey))
+            return
+        const said = message.slice(page.messageKey.length)
+        if (said === "began") {
+            backgroundColor = Theme.ground
+            zoomFactor = 1
+        } else if (said === "painted") {
+            backgroundColor = "white"
+        } else if (said.startsWith("magnet:")) {
+            page.reportTappedMagnetLink(said)
+        }
+    }
     onContextMenuRequested: request => request.accepted = true
     onTooltipRequested: request => request.accepted = true
     onTouchSelectionMenuRequested: request => request.accepted = true
@@ -260,11 +352,8 @@ WebEngineView {
     onQuotaRequested: request => request.reject()
     onFullScreenRequested: request => request.reject()
     onRenderProcessTerminated: (status, code) => {
-        if (page && status !== WebEngineView.NormalTerminationStatus) {
-            page.reportReplaced()
-            page.reportStarted()
-            page.reportFailed(view.url, qsTr("it ended unexpectedly"))
-        }
+        if (page && status !== WebEngineView.NormalTerminationStatus)
+            page.reportGone(view.url, qsTr("it ended unexpectedly"))
     }
 
     Connections {

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "remote/screens/DiagnosisModel.h"
 #include "remote/screens/ServerSettingsViewController.h"
 #include "settings/DisplaySettingsParts.h"
 #include "toolkit/Slider.h"
@@ -23,6 +24,13 @@ struct DisplaySettingsPartsUsed {
   QML_FOREIGN(veltramoor::DisplaySettingsParts)
   QML_NAMED_ELEMENT(DisplaySettingsParts)
   QML_UNCREATABLE("made by the application")
+};
+
+struct DiagnosisModelUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::DiagnosisModel)
+  QML_NAMED_ELEMENT(DiagnosisModel)
+  QML_UNCREATABLE("belongs to its screen")
 };
 
 struct ServerSettingsViewControllerUsed {

@@ -8,6 +8,7 @@
 
 #include "shell/pages/WebViewController.h"
 #include "toolkit/WebCookies.h"
+#include "toolkit/WebHosts.h"
 #include "toolkit/WebPage.h"
 
 namespace veltramoor::qml {
@@ -37,6 +38,20 @@ struct WebCookiesSingleton {
     WebCookies* cookies = &WebCookies::sharedInstance();
     QJSEngine::setObjectOwnership(cookies, QJSEngine::CppOwnership);
     return cookies;
+  }
+};
+
+struct WebHostsSingleton {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::WebHosts)
+  QML_NAMED_ELEMENT(WebHosts)
+  QML_SINGLETON
+
+ public:
+  static WebHosts* create(QQmlEngine*, QJSEngine*) {
+    WebHosts* hosts = &WebHosts::sharedInstance();
+    QJSEngine::setObjectOwnership(hosts, QJSEngine::CppOwnership);
+    return hosts;
   }
 };
 

@@ -16,9 +16,6 @@ struct Command {
 };
 using Commands = std::vector<Command>;
 
-/// Refuses a value that is not UTF-8: no file, screen or remote client could take it.
-[[nodiscard]] CLI::Validator utf8();
-
 /// recent, search, top, uploads.
 void addListCommands(CLI::App& app, Commands& commands);
 /// login, logout, whoami.

@@ -6,12 +6,12 @@
 #include <memory>
 #include <sstream>
 
+#include "ArgumentChecks.h"
 #include "Commands.h"
 #include "ListOutput.h"
 #include "PageFetch.h"
 #include "PageText.h"
 #include "TimeLimit.h"
-#include "lists/listings/RecentListing.h"
 #include "platform/SiteConfiguration.h"
 #include "site/AnonymousUser.h"
 #include "site/HttpRequestRegExDetails.h"
@@ -31,25 +31,25 @@ PageText layOut(const std::string& html) {
 
 int details(const DetailsArguments& arguments, bool json) {
   becomeAnonymous();
-  const auto torrents = fetchRows(RecentListing().pageUrl(arguments.page));
-  if (!torrents) {
-    return failToLoad();
+  const FetchedRows page = fetchRecentPage(arguments.page);
+  if (page.hasFailed()) {
+    return failToLoad(*page.trouble);
   }
-  if (arguments.row < 1 || arguments.row > static_cast<int>(torrents->size())) {
-    return noSuchRow(arguments.page, arguments.row, torrents->size());
+  if (arguments.row > static_cast<int>(page.rows->size())) {
+    return noSuchRow(arguments.page, arguments.row, page.rows->size());
   }
-  const Torrent& torrent = (*torrents)[static_cast<std::size_t>(arguments.row) - 1];
+  const Torrent& torrent = (*page.rows)[static_cast<std::size_t>(arguments.row) - 1];
   HttpRequestRegExDetails request(SiteConfiguration::current().siteUrl(torrent.detailsUrl));
   request.request();
   if (!request.isResponseValid() || !request.result()) {
-    return failToLoad();
+    return failToLoad(troubleOf(request));
   }
-  const PageText page = layOut(*request.result());
+  const PageText text = layOut(*request.result());
   if (json) {
     nlohmann::json answer = {{"name", torrent.name},
                              {"detailsUrl", torrent.detailsUrl},
-                             {"text", page.text},
-                             {"truncated", page.isCut},
+                             {"text", text.text},
+                             {"truncated", text.isCut},
                              {"imdb", nullptr}};
     if (request.imdb()) {
       answer["imdb"] = *request.imdb();
@@ -57,11 +57,11 @@ int details(const DetailsArguments& arguments, bool json) {
     fmt::print("{}\n", jsonText(answer, 2));
     return kDone;
   }
-  std::istringstream lines(page.text);
+  std::istringstream lines(text.text);
   for (std::string line; std::getline(lines, line);) {
     fmt::print("{}\n", printable(line));
   }
-  if (page.isCut) {
+  if (text.isCut) {
     fail(kDone, "The page goes on; it is cut here.");
   }
   if (request.imdb()) {
@@ -75,9 +75,11 @@ int details(const DetailsArguments& arguments, bool json) {
 void addDetailsCommands(CLI::App& app, Commands& commands) {
   CLI::App* command = app.add_subcommand("details", "Read a torrent's page");
   const auto arguments = std::make_shared<DetailsArguments>();
-  command->add_option("row", arguments->row, "Row number (from 1) of a recent page")->required();
+  command->add_option("row", arguments->row, "Row number (from 1) of a recent page")
+      ->required()
+      ->transform(rowNumbers());
   command->add_option("--page", arguments->page, "Page of the row, from 0")
-      ->check(CLI::Range(0, 1000000));
+      ->transform(pageNumbers());
   commands.push_back(
       {command, [arguments](Terminal&, bool json) { return details(*arguments, json); }});
 }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "ArgumentChecks.h"
 #include "Commands.h"
 #include "ListOutput.h"
 #include "lists/listings/FavoriteFetching.h"
@@ -16,24 +17,21 @@ namespace {
 
 struct FavoritesArguments {
   std::optional<std::string> category;
-  std::optional<int> pages;
+  int pages = 5;
 };
 
 // What stands between the person and a full list, a line each.
-void explain(const FavoriteFetching& fetching, const FilterSet& filters, bool anyRow) {
+void explain(const FilterSet& filters, bool anyRow) {
   if (filters.empty()) {
     fail(kDone, "There are no filters; add one with: filters add REGEX");
     return;
-  }
-  if (fetching.failed() > 0) {
-    fail(kDone, fmt::format("{} of {} pages did not come.", fetching.failed(), fetching.asked()));
   }
   for (const std::string& regex : filters.givenUp()) {
     fail(kDone, fmt::format("The filter \"{}\" was given up on: it takes too long.", regex));
   }
   if (filters.invalid().size() == filters.size()) {
     fail(kDone, "No filter is a valid expression; see: filters list");
-  } else if (!anyRow && fetching.failed() == 0 && filters.givenUp().empty()) {
+  } else if (!anyRow && filters.givenUp().empty()) {
     fail(kDone, "No filter accepts a torrent of these pages.");
   }
 }
@@ -41,10 +39,8 @@ void explain(const FavoriteFetching& fetching, const FilterSet& filters, bool an
 int favorites(Terminal& terminal, const FavoritesArguments& arguments, bool json) {
   becomeAnonymous();
   FavoriteListing listing;
-  if (arguments.category) {
-    listing.overrideSetting(listing.keys().category, *arguments.category);
-  }
-  listing.setPages(arguments.pages.value_or(listing.pages()));
+  listing.overrideSetting(listing.keys().category, arguments.category.value_or("0"));
+  listing.setPages(arguments.pages);
   std::vector<Torrent> rows;
   std::function<void(bool)> end;
   FavoriteFetching fetching([&](FilteredPage page) {
@@ -52,19 +48,23 @@ int favorites(Terminal& terminal, const FavoritesArguments& arguments, bool json
       std::ranges::move(acceptedTorrents(std::move(page)), std::back_inserter(rows));
     }
     if (fetching.outstanding() == 0) {
-      end(fetching.failed() < fetching.asked());
+      end(fetching.failed() == 0);
     }
   });
-  const bool arrived = terminal.wait([&](const std::function<void(bool)>& done) {
+  const bool isWhole = terminal.wait([&](const std::function<void(bool)>& done) {
     end = done;
     fetching.fetch(listing, listing.firstBatch(), nullptr);
   });
-  if (!arrived) {
-    return failToLoad();
+  if (fetching.failed() == fetching.asked()) {
+    return failToLoad(fetching.trouble());
   }
-  printRows(rows, json);
-  explain(fetching, *listing.filters(), !rows.empty());
-  return kDone;
+  const int status = rememberAndPrint("favourites", rows, json);
+  if (!isWhole) {
+    fail(kRefused, fmt::format("{} of {} pages did not come. {}", fetching.failed(),
+                               fetching.asked(), reasonOf(fetching.trouble())));
+  }
+  explain(*listing.filters(), !isWhole || !rows.empty());
+  return isWhole ? status : kRefused;
 }
 
 nlohmann::json jsonOf(const Filter& filter) {
@@ -97,11 +97,6 @@ int listFilters(bool json) {
   return kDone;
 }
 
-int failToStore() {
-  return fail(kRefused, Preferences::sharedInstance().lastProblem().value_or(
-                            "The filters could not be stored."));
-}
-
 int addFilter(const std::string& regex, bool json) {
   const Filter filter(regex);
   if (const auto& problem = filter.problem()) {
@@ -109,20 +104,25 @@ int addFilter(const std::string& regex, bool json) {
                                                            *problem->offset + 1, problem->reason)
                                              : problem->reason);
   }
-  if (!FilterStore::append(regex)) {
-    return failToStore();
+  if (!Preferences::sharedInstance().isPersistent() || !FilterStore::append(regex)) {
+    return failToKeep();
   }
   return json ? listFilters(true) : kDone;
 }
 
 int removeFilter(int number, bool json) {
-  const std::size_t count = FilterStore::regexes().size();
-  if (number < 1 || static_cast<std::size_t>(number) > count) {
+  if (!Preferences::sharedInstance().isPersistent()) {
+    return failToKeep();
+  }
+  const std::vector<std::string> regexes = FilterStore::regexes();
+  const std::size_t count = regexes.size();
+  if (static_cast<std::size_t>(number) > count) {
     return fail(kWrongUsage, count == 0 ? "There are no filters."
                                         : fmt::format("The filters are 1 to {}.", count));
   }
-  if (!FilterStore::remove(static_cast<std::size_t>(number) - 1)) {
-    return failToStore();
+  const std::size_t index = static_cast<std::size_t>(number) - 1;
+  if (!FilterStore::remove(index, regexes[index])) {
+    return failToKeep();
   }
   return json ? listFilters(true) : kDone;
 }
@@ -132,11 +132,13 @@ int removeFilter(int number, bool json) {
 void addFavoriteCommands(CLI::App& app, Commands& commands) {
   CLI::App* listing = app.add_subcommand("favourites", "List recent torrents that pass a filter");
   const auto arguments = std::make_shared<FavoritesArguments>();
-  listing->add_option("--category", arguments->category, "Category number, 0 for all")
-      ->check(utf8())
-      ->check(CLI::Range(0, 999));
-  listing->add_option("--pages", arguments->pages, "How many pages to look through")
-      ->check(CLI::Range(1, 500));
+  listing
+      ->add_option("--category", arguments->category,
+                   "Category code of the site; all, when none is given")
+      ->check(categoryCodes());
+  listing
+      ->add_option("--pages", arguments->pages, "How many pages to look through; 5, when not given")
+      ->transform(wholeNumbers(1, 500));
   commands.push_back({listing, [arguments](Terminal& terminal, bool json) {
                         return favorites(terminal, *arguments, json);
                       }});
@@ -150,7 +152,7 @@ void addFavoriteCommands(CLI::App& app, Commands& commands) {
       ->check(utf8());
   const auto number = std::make_shared<int>();
   CLI::App* remove = filters->add_subcommand("remove", "Remove a filter");
-  remove->add_option("N", *number, "Its number in the list")->required();
+  remove->add_option("N", *number, "Its number in the list")->required()->transform(rowNumbers());
   filters->add_subcommand("list", "List the filters");
   // The first command that was given is run: those beneath come before the one without any.
   commands.push_back({add, [regex](Terminal&, bool json) { return addFilter(*regex, json); }});

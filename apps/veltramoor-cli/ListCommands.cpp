@@ -1,6 +1,9 @@
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 
+#include "ArgumentChecks.h"
 #include "Commands.h"
 #include "ListOutput.h"
 #include "PageFetch.h"
@@ -27,31 +30,52 @@ struct ListArguments {
   int pages = 1;
 };
 
+/// Has `listing` go by the options alone: the window's settings are the window's.
 void applyOptions(Listing& listing, const ListArguments& arguments) {
   const ListingKeys& keys = listing.keys();
-  const std::array options = {std::pair(keys.category, &arguments.category),
-                              std::pair(keys.order, &arguments.order),
-                              std::pair(keys.sort, &arguments.sort)};
-  for (const auto& [key, option] : options) {
-    if (*option) {
-      listing.overrideSetting(key, **option);
+  const std::array settings = {
+      std::pair(keys.category, arguments.category.value_or("0")),
+      std::pair(keys.order, arguments.order.value_or(std::string(orderTable().front().code))),
+      std::pair(keys.sort, arguments.sort.value_or(std::string(sortTable().front().code)))};
+  for (const auto& [key, value] : settings) {
+    if (!key.empty()) {
+      listing.overrideSetting(key, value);
     }
   }
 }
 
-/// Fetches the pages asked for and prints what came.
-int print(Listing& listing, const ListArguments& arguments, bool json) {
+/// The listing in words, for whoever sends from it later.
+std::string titleOf(std::string title, const ListArguments& arguments) {
+  if (arguments.category.value_or("0") != "0") {
+    title += ", category " + *arguments.category;
+  }
+  return arguments.page > 0 ? fmt::format("{}, from page {}", title, arguments.page) : title;
+}
+
+/// Fetches the pages asked for, prints and remembers what came, and says why it is not all.
+int print(Listing& listing, const std::string& name, const ListArguments& arguments, bool json) {
   applyOptions(listing, arguments);
   const FetchedPages fetched = fetchPages(listing, arguments.page, arguments.pages);
-  if (fetched.rows) {
-    printRows(*fetched.rows, json);
+  if (fetched.hasFailed && fetched.rows.empty()) {
+    return failToLoad(*fetched.trouble);
   }
-  return fetched.complete ? kDone : failToLoad();
+  const int status = rememberAndPrint(titleOf(name, arguments), fetched.rows, json);
+  if (fetched.hasFailed) {
+    return fail(kRefused, fmt::format("Page {} did not come. {}", fetched.lastPage,
+                                      reasonOf(*fetched.trouble)));
+  }
+  if (fetched.rows.empty()) {
+    fail(kDone, "No torrents. " + sentenceOf(*fetched.trouble));
+  }
+  return status;
 }
 
 int recent(const ListArguments& arguments, bool json) {
+  if (arguments.category.value_or("0") == "0" && (arguments.order || arguments.sort)) {
+    fail(kDone, "The site lists all categories by date only; give --category to order one.");
+  }
   RecentListing listing;
-  return print(listing, arguments, json);
+  return print(listing, "recent", arguments, json);
 }
 
 int search(const ListArguments& arguments, bool json) {
@@ -60,59 +84,37 @@ int search(const ListArguments& arguments, bool json) {
   if (!listing.searchString()) {
     fail(kDone, "The site can be asked in ASCII only; it is asked for \"(null)\".");
   }
-  return print(listing, arguments, json);
+  return print(listing, fmt::format("search \"{}\"", arguments.query), arguments, json);
 }
 
 int top(const ListArguments& arguments, bool json) {
   Top100Listing listing;
-  return print(listing, arguments, json);
+  return print(listing, "top", arguments, json);
 }
 
-/// Whom the cookies of an earlier run sign in. False when the site did not answer.
-bool readUserInfo() {
+/// Whom the cookies of an earlier run sign in; or why that cannot be said.
+std::optional<PageTrouble> readUserInfo() {
   const auto cookies = CookieStorage::sharedInstance().cookies();
   if (std::ranges::none_of(cookies, [](const Cookie& cookie) { return cookie.name == "uid"; })) {
-    return true;
+    return std::nullopt;
   }
   HttpRequest settings(SiteConfiguration::current().siteUrl("/settings"));
   settings.request();
   HttpRequestRegExUserInfo user;
   user.setResponseData(settings.responseData());
   user.request();
-  return settings.isResponseValid();
+  return settings.isResponseValid() ? std::nullopt : std::optional(troubleOf(settings));
 }
 
 int uploads(const ListArguments& arguments, bool json) {
-  if (!readUserInfo()) {
-    return failToLoad();
+  if (const auto trouble = readUserInfo()) {
+    return failToLoad(*trouble);
   }
   if (UserInfo::sharedInstance().username() == "Anonymous") {
     fail(kDone, "Nobody is signed in.");
   }
   UploadListing listing;
-  return print(listing, arguments, json);
-}
-
-std::vector<std::string> categoryCodes() {
-  std::vector<std::string> codes;
-  for (const CategoryGroup& group : categoryTable()) {
-    for (const SettingChoice& member : group.members) {
-      codes.emplace_back(member.code);
-    }
-  }
-  return codes;
-}
-
-/// Makes `option` take a choice's code or, in any case of letters, its name.
-void offer(CLI::Option* option, const std::vector<SettingChoice>& choices) {
-  std::map<std::string, std::string> codes;
-  std::string names;
-  for (const SettingChoice& choice : choices) {
-    codes.emplace(choice.name, choice.code);
-    names += (names.empty() ? "" : ", ") + CLI::detail::to_lower(std::string(choice.name));
-  }
-  option->transform(CLI::CheckedTransformer(codes, CLI::ignore_case).description(""));
-  option->description(option->get_description() + ": " + names + ", or the site's code");
+  return print(listing, "uploads", arguments, json);
 }
 
 using Run = int (*)(const ListArguments& arguments, bool json);
@@ -124,17 +126,19 @@ CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const cha
   if (!keys.category.empty()) {
     command
         ->add_option("--category", arguments->category,
-                     "Category code of the site, 0 for all, instead of the stored one")
-        ->check(CLI::IsMember(categoryCodes()).description(""));
+                     "Category code of the site; all, when none is given")
+        ->check(categoryCodes());
   }
   if (!keys.order.empty()) {
-    offer(command->add_option("--order", arguments->order, "Instead of the stored order"),
-          orderTable());
-    offer(command->add_option("--sort", arguments->sort, "Instead of the stored direction"),
-          sortTable());
-    command->add_option("--page", arguments->page, "First page, from 0")
-        ->check(CLI::Range(0, 1000000));
-    command->add_option("--pages", arguments->pages, "How many pages")->check(CLI::Range(1, 1000));
+    command
+        ->add_option("--order", arguments->order,
+                     "date, when none is given, size, seeders, leechers, or the site's code")
+        ->transform(oneOf(orderTable()));
+    command->add_option("--sort", arguments->sort, "desc, when none is given, or asc")
+        ->transform(oneOf(sortTable()));
+    command->add_option("--page", arguments->page, "First page, from 0")->transform(pageNumbers());
+    command->add_option("--pages", arguments->pages, "How many pages")
+        ->transform(wholeNumbers(1, 1000));
   }
   commands.push_back({command, [run, arguments](Terminal&, bool json) {
                         becomeAnonymous();
@@ -147,7 +151,7 @@ CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const cha
 
 void addListCommands(CLI::App& app, Commands& commands) {
   const auto fresh = [] { return std::make_shared<ListArguments>(); };
-  addList(app, commands, "recent", "List the most recent torrents, in a category by your order",
+  addList(app, commands, "recent", "List the most recent torrents, of a category in any order",
           RecentListing().keys(), recent, fresh());
   const auto query = fresh();
   addList(app, commands, "search", "List what the site finds", SearchListing().keys(), search,

@@ -4,28 +4,38 @@
 #include <iterator>
 #include <utility>
 
+#include "ListOutput.h"
+#include "lists/listings/RecentListing.h"
 #include "site/HttpRequestRegExTorrent.h"
 
 namespace veltramoor::cli {
 
-std::optional<std::vector<Torrent>> fetchRows(std::optional<Url> url) {
+bool FetchedRows::hasFailed() const { return !rows || isFailure(trouble); }
+
+FetchedRows fetchRows(std::optional<Url> url) {
   HttpRequestRegExTorrent request(std::move(url));
   request.request();
-  return request.takeTorrents();
+  return {.rows = request.takeTorrents(), .trouble = request.trouble()};
+}
+
+FetchedRows fetchRecentPage(int page) {
+  RecentListing listing;
+  listing.overrideSetting(listing.keys().category, "0");
+  return fetchRows(listing.pageUrl(page));
 }
 
 FetchedPages fetchPages(const Listing& listing, int first, int count) {
   FetchedPages fetched;
   bool more = true;
   for (int page = first; page < first + count && more; ++page) {
-    auto rows = fetchRows(page == 0 ? listing.firstPageUrl() : listing.pageUrl(page));
-    fetched.complete = rows.has_value();
-    more = rows && rows->size() >= Listing::kFullPage;
-    if (rows && fetched.rows) {
-      std::ranges::move(*rows, std::back_inserter(*fetched.rows));
-    } else if (rows) {
-      fetched.rows = std::move(rows);
+    FetchedRows came = fetchRows(page == 0 ? listing.firstPageUrl() : listing.pageUrl(page));
+    fetched.lastPage = page;
+    fetched.trouble = came.trouble;
+    fetched.hasFailed = came.hasFailed();
+    if (came.rows) {
+      std::ranges::move(*came.rows, std::back_inserter(fetched.rows));
     }
+    more = !fetched.hasFailed && came.rows->size() >= Listing::kFullPage;
   }
   return fetched;
 }

@@ -1,12 +1,15 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "ArgumentChecks.h"
 #include "Commands.h"
 #include "PasswordPrompt.h"
 #include "platform/Preferences.h"
 #include "remote/BitClient.h"
-#include "remote/FetchPageRemoteUI.h"
+#include "remote/RemoteDiagnosis.h"
 #include "remote/ServerInfo.h"
 
 namespace veltramoor::cli {
@@ -16,17 +19,12 @@ nlohmann::json orNull(const std::optional<std::string>& text) {
   return text ? nlohmann::json(*text) : nlohmann::json();
 }
 
-std::string kindNames() {
-  std::string names;
+std::vector<std::string> kindNames() {
+  std::vector<std::string> names;
   for (const BitClientClass& kind : BitClient::classes()) {
-    names += (names.empty() ? "" : ", ") + std::string(kind.name);
+    names.emplace_back(kind.name);
   }
   return names;
-}
-
-bool isPort(const std::string& text) {
-  return !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == text.npos &&
-         std::stoi(text) >= 1 && std::stoi(text) <= 65535;
 }
 
 struct RemoteArguments {
@@ -41,14 +39,7 @@ struct RemoteArguments {
 int remoteSet(const RemoteArguments& arguments) {
   std::optional<std::string> port = arguments.port;
   if (arguments.client) {
-    const BitClientClass* kind = BitClient::classNamed(*arguments.client);
-    if (kind == nullptr) {
-      return fail(kWrongUsage, "The client is one of " + kindNames() + ".");
-    }
-    port = port.value_or(std::string(kind->defaultPort));
-  }
-  if (port && !isPort(*port)) {
-    return fail(kWrongUsage, "The port is a number from 1 to 65535.");
+    port = port.value_or(std::string(BitClient::classNamed(*arguments.client)->defaultPort));
   }
   std::optional<std::string> password;
   if (arguments.passwordFromInput) {
@@ -60,15 +51,20 @@ int remoteSet(const RemoteArguments& arguments) {
   ServerInfo& info = ServerInfo::sharedInstance();
   const Preferences& preferences = Preferences::sharedInstance();
   if (!preferences.isPersistent()) {
-    return fail(kRefused, "Nothing was kept: the settings file cannot be used.");
+    return failToKeep();
   }
   const bool isStored = (!arguments.client || info.setClient(arguments.client)) &&
                         (!arguments.address || info.setAddress(arguments.address)) &&
                         (!port || info.setPort(port)) &&
                         (!arguments.user || info.setUsername(arguments.user)) &&
                         (!password || info.setPassword(password));
-  return isStored ? kDone
-                  : fail(kRefused, preferences.lastProblem().value_or("It could not be saved."));
+  return isStored ? kDone : failToKeep("Not everything was kept. ");
+}
+
+// An address with credentials in it is none, but it may have been typed.
+std::string addressToShow(const ServerInfo& info) {
+  const std::string address = info.address().value_or("?");
+  return address.substr(address.rfind('@') + 1);
 }
 
 // Of the password only whether there is one.
@@ -76,19 +72,21 @@ int remoteShow(bool json) {
   const ServerInfo& info = ServerInfo::sharedInstance();
   const bool hasPassword = !info.password().value_or("").empty();
   if (json) {
-    fmt::print("{}\n", jsonText({{"client", orNull(info.client())},
-                                 {"address", orNull(info.address())},
-                                 {"port", orNull(info.port())},
-                                 {"username", orNull(info.username())},
-                                 {"hasPassword", hasPassword}},
-                                2));
+    fmt::print(
+        "{}\n",
+        jsonText({{"client", orNull(info.client())},
+                  {"address", info.address() ? nlohmann::json(addressToShow(info)) : nullptr},
+                  {"port", orNull(info.port())},
+                  {"username", orNull(info.username())},
+                  {"hasPassword", hasPassword}},
+                 2));
     return kDone;
   }
   if (!info.client()) {
     fmt::print("No remote client is set.\n");
     return kDone;
   }
-  fmt::print("{} at {}:{}\n", printable(*info.client()), printable(info.address().value_or("?")),
+  fmt::print("{} at {}:{}\n", printable(*info.client()), printable(addressToShow(info)),
              printable(info.port().value_or("?")));
   const std::string user = info.username().value_or("");
   fmt::print("user {}, {}\n", user.empty() ? "none" : printable(user),
@@ -96,20 +94,22 @@ int remoteShow(bool json) {
   return kDone;
 }
 
-// Fetches the client's own web interface with the stored settings, as the app's test button does.
-int remoteTest(Terminal& terminal, bool json) {
-  OperationQueue queue(1);
-  terminal.wait([&](const std::function<void(bool)>& done) {
-    queue.addOperation(std::make_shared<FetchPageRemoteUI>(
-        std::nullopt, true, [done](const std::optional<std::string>&) { done(true); }));
-  });
-  const bool good = terminal.alertText().value_or("").starts_with("Success!");
+// Tells of each step as it is done: the last one may take its time.
+int remoteTest(bool json) {
+  nlohmann::json told = nlohmann::json::array();
+  const auto steps =
+      RemoteDiagnosis::run(ServerInfo::sharedInstance().settings(), [&](const DiagnosisStep& step) {
+        if (json) {
+          told.push_back({{"step", nameOf(step.step)}, {"ok", step.ok}, {"text", step.text}});
+          return;
+        }
+        fmt::print("{:6}{}\n", step.ok ? "ok" : "FAIL", printable(step.text));
+        std::fflush(stdout);
+      });
   if (json) {
-    fmt::print("{}\n", jsonText({{"reached", good}}));
-  } else if (good) {
-    fmt::print("Success!\n");
+    fmt::print("{}\n", jsonText(told, 2));
   }
-  return good ? kDone : fail(kRefused, terminal.alertText().value_or("The test did not end."));
+  return std::ranges::all_of(steps, &DiagnosisStep::ok) ? kDone : kRefused;
 }
 
 }  // namespace
@@ -118,16 +118,20 @@ void addRemoteCommands(CLI::App& app, Commands& commands) {
   CLI::App* remote = app.add_subcommand("remote", "Your BitTorrent client")->require_subcommand(1);
   CLI::App* set = remote->add_subcommand("set", "Say where it is");
   const auto arguments = std::make_shared<RemoteArguments>();
-  set->add_option("--client", arguments->client, "One of " + kindNames());
+  set->add_option("--client", arguments->client, listed(kindNames()))->check(oneOf(kindNames()));
   set->add_option("--address", arguments->address, "Host name or IP address")->check(utf8());
-  set->add_option("--port", arguments->port, "Port of its remote interface");
+  set->add_option("--port", arguments->port, "Port of its remote interface")
+      ->transform(wholeNumbers(1, 65535));
   set->add_option("--user", arguments->user, "User name of its remote interface")->check(utf8());
   set->add_flag("--password-stdin", arguments->passwordFromInput,
-                "Read the password from the first line of standard input");
+                "Read the password from the first line of standard input")
+      ->disable_flag_override();
   commands.push_back({set, [arguments](Terminal&, bool) { return remoteSet(*arguments); }});
   commands.push_back({remote->add_subcommand("show", "Show where it is"),
                       [](Terminal&, bool json) { return remoteShow(json); }});
-  commands.push_back({remote->add_subcommand("test", "Try to reach it"), remoteTest});
+  commands.push_back(
+      {remote->add_subcommand("test", "Find out step by step whether it can be used"),
+       [](Terminal&, bool json) { return remoteTest(json); }});
 }
 
 }  // namespace veltramoor::cli

@@ -3,117 +3,166 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <charconv>
 
+#include "ArgumentChecks.h"
 #include "Commands.h"
 #include "ListOutput.h"
 #include "PageFetch.h"
 #include "Util/NSStringEscaping.h"
-#include "Util/Utf.h"
-#include "lists/listings/RecentListing.h"
+#include "lists/listings/MagnetAddress.h"
 #include "platform/Preferences.h"
+#include "remote/BitClient.h"
 #include "remote/DownloadHistory.h"
 #include "remote/FetchPageDownload.h"
+#include "remote/ServerInfo.h"
 #include "site/AnonymousUser.h"
+#include "site/MagnetName.h"
 
 namespace veltramoor::cli {
 namespace {
 
 struct SendArguments {
-  /// A row number of `page`, or a magnet link.
+  /// A row number, or a magnet link.
   std::string what;
   std::optional<std::string> name;
-  int page = 0;
+  /// The recent list's page that the row is on; absent: the last listing.
+  std::optional<int> page;
 };
 
-std::optional<int> rowNumber(const std::string& text) {
-  int row = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), row);
-  return error == std::errc() && end == text.data() + text.size() ? std::optional(row)
-                                                                  : std::nullopt;
-}
+/// A torrent, and where it stood when that was a row.
+struct Sending {
+  std::optional<Url> link;
+  std::string name;
+  std::string origin = {};
+};
 
-// The link's own display name, or the link.
-std::string nameOfMagnet(std::string_view magnet) {
-  constexpr std::string_view kItem = "dn=";
-  std::string_view query = magnet.substr(0, magnet.find('#'));
-  query.remove_prefix(std::min(query.find('?'), query.size()));
-  while (!query.empty()) {
-    query.remove_prefix(1);
-    const std::string_view item = query.substr(0, query.find('&'));
-    if (item.starts_with(kItem)) {
-      std::string name(item.substr(kItem.size()));
-      // In a link's query a plus stands for a blank.
-      std::ranges::replace(name, '+', ' ');
-      name = stringByReplacingPercentEscapes(name);
-      return name.empty() || !isValidUtf8(name) ? std::string(magnet) : name;
-    }
-    query.remove_prefix(item.size());
+// Whom a send may be waiting for: the client, and before it the server of a link to a file.
+std::string peersOf(const Sending& sending) {
+  const auto client = BitClient::configured(ServerInfo::sharedInstance());
+  const std::optional<Url> url = client ? client->getUrl() : std::nullopt;
+  if (!url) {
+    return {};
   }
-  return std::string(magnet);
+  const bool isIpv6 = url->host().find(':') != std::string::npos;
+  const std::string peer =
+      fmt::format("{}:{}", isIpv6 ? "[" + url->host() + "]" : url->host(), url->port());
+  return sending.link && sending.link->isHttp()
+             ? fmt::format("{} and {}", sending.link->host(), peer)
+             : peer;
 }
 
-int reportSend(const Terminal& terminal, bool sent, const std::string& name, bool json) {
-  if (!sent) {
-    return fail(kRefused, terminal.alertText().value_or("The torrent could not be sent."));
+// What was sent is said even when it could not be remembered.
+int reportSent(const Terminal& terminal, const Sending& sending, bool json) {
+  if (json) {
+    fmt::print("{}\n", jsonText({{"sent", sending.name}}));
+  } else {
+    fmt::print("Sent {}{}\n", printable(sending.name),
+               sending.origin.empty() ? "" : " (" + printable(sending.origin) + ")");
   }
   if (terminal.alertText()) {
-    fail(kDone, *terminal.alertText());
+    return fail(kRefused, *terminal.alertText());
   }
-  if (json) {
-    fmt::print("{}\n", jsonText({{"sent", name}}));
-  } else {
-    fmt::print("Sent {}\n", printable(name));
-  }
-  return kDone;
+  return Preferences::sharedInstance().isPersistent()
+             ? kDone
+             : fail(kRefused, "Sent, but not remembered. The settings file cannot be used.");
 }
 
-int sendTo(Terminal& terminal, std::optional<Url> link, const std::string& name, bool json) {
+int sendTo(Terminal& terminal, const Sending& sending, bool json) {
   OperationQueue queue(1);
-  const bool sent = terminal.wait([&](const std::function<void(bool)>& done) {
-    queue.addOperation(std::make_shared<FetchPageDownload>(
-        std::move(link), name,
-        [done](const std::optional<std::string>& accepted) { done(accepted.has_value()); }));
-  });
-  return reportSend(terminal, sent, name, json);
+  std::optional<DiagnosisStep> failure;
+  const bool sent = terminal.wait(
+      [&](const std::function<void(bool)>& done) {
+        queue.addOperation(std::make_shared<FetchPageDownload>(
+            sending.link, sending.name,
+            [&failure, done](const std::optional<std::string>& accepted,
+                             std::optional<DiagnosisStep> reason) {
+              failure = std::move(reason);
+              done(accepted.has_value());
+            }));
+      },
+      peersOf(sending));
+  if (sent) {
+    return reportSent(terminal, sending, json);
+  }
+  return fail(kRefused,
+              failure ? failure->text : terminal.alertText().value_or("The torrent was not sent."));
 }
 
-int sendRow(Terminal& terminal, int row, const SendArguments& arguments, bool json) {
+int sendRecentRow(Terminal& terminal, int row, int number, bool json) {
   becomeAnonymous();
-  const auto torrents = fetchRows(RecentListing().pageUrl(arguments.page));
-  if (!torrents) {
-    return failToLoad();
+  const FetchedRows page = fetchRecentPage(number);
+  if (page.hasFailed()) {
+    return failToLoad(*page.trouble);
   }
-  if (row < 1 || row > static_cast<int>(torrents->size())) {
-    return noSuchRow(arguments.page, row, torrents->size());
+  if (row > static_cast<int>(page.rows->size())) {
+    return noSuchRow(number, row, page.rows->size());
   }
-  const Torrent& torrent = (*torrents)[static_cast<std::size_t>(row) - 1];
-  return sendTo(terminal, Url::parse(torrent.downloadUrl), torrent.name, json);
+  const Torrent& torrent = (*page.rows)[static_cast<std::size_t>(row) - 1];
+  return sendTo(terminal,
+                {.link = sendAddress(torrent.downloadUrl),
+                 .name = torrent.name,
+                 .origin = fmt::format("row {} of recent, page {}", row, number)},
+                json);
+}
+
+int sendListedRow(Terminal& terminal, int row, bool json) {
+  const std::optional<RememberedListing> listing = lastListing();
+  if (!listing) {
+    return fail(kWrongUsage,
+                "There is no listing yet that a row could be of. List first, with recent, search, "
+                "top, uploads or favourites.");
+  }
+  const std::size_t rows = listing->rows.size();
+  if (rows == 0) {
+    return fail(kWrongUsage, fmt::format("The last listing ({}) has no rows.", listing->title));
+  }
+  if (row > static_cast<int>(rows)) {
+    return fail(
+        kWrongUsage,
+        fmt::format("The last listing ({}) has no row {}; its rows are 1 to {}{}.", listing->title,
+                    row, rows, rows == kRememberedRows ? ", for no more are remembered" : ""));
+  }
+  const RememberedListing::Row& chosen = listing->rows[static_cast<std::size_t>(row) - 1];
+  return sendTo(terminal,
+                {.link = sendAddress(chosen.downloadUrl),
+                 .name = chosen.name,
+                 .origin = fmt::format("row {} of {}", row, listing->title)},
+                json);
 }
 
 int sendMagnet(Terminal& terminal, const SendArguments& arguments, bool json) {
-  return sendTo(terminal, Url::parse(stringByAddingPercentEscapes(arguments.what)),
-                arguments.name.value_or(nameOfMagnet(arguments.what)), json);
+  return sendTo(terminal,
+                {.link = Url::parse(stringByAddingPercentEscapes(arguments.what)),
+                 .name = arguments.name.value_or(nameOfMagnet(arguments.what))},
+                json);
 }
 
 int send(Terminal& terminal, const SendArguments& arguments, bool json) {
-  if (const std::optional<int> row = rowNumber(arguments.what)) {
-    return sendRow(terminal, *row, arguments, json);
+  if (arguments.what.starts_with("magnet:")) {
+    if (arguments.page) {
+      return fail(kWrongUsage, "--page goes with a row number, not with a magnet link.");
+    }
+    return sendMagnet(terminal, arguments, json);
   }
-  if (!arguments.what.starts_with("magnet:")) {
-    return fail(kWrongUsage, "send takes a row number or a magnet link.");
+  const std::optional<int> row = wholeNumber(arguments.what, 1, 1'000'000);
+  if (!row) {
+    return fail(kWrongUsage, "send takes a row number, from 1, or a magnet link.");
   }
-  return sendMagnet(terminal, arguments, json);
+  if (arguments.name) {
+    return fail(kWrongUsage, "--name goes with a magnet link, not with a row number.");
+  }
+  return arguments.page ? sendRecentRow(terminal, *row, *arguments.page, json)
+                        : sendListedRow(terminal, *row, json);
 }
 
 int deleteFromHistory(const std::vector<std::string>& newestFirst, std::size_t row, bool json) {
   if (row > newestFirst.size()) {
     return fail(kWrongUsage, fmt::format("The history has no row {}.", row));
   }
-  if (!DownloadHistory::removeAt(newestFirst.size() - row)) {
-    return fail(kRefused, Preferences::sharedInstance().lastProblem().value_or("Not deleted."));
-  }
   const std::string& name = newestFirst[row - 1];
+  if (!DownloadHistory::removeAt(newestFirst.size() - row, name)) {
+    return failToKeep();
+  }
   if (json) {
     fmt::print("{}\n", jsonText({{"deleted", name}}));
   } else {
@@ -144,14 +193,14 @@ void addSendCommands(CLI::App& app, Commands& commands) {
   CLI::App* sending = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
   const auto arguments = std::make_shared<SendArguments>();
   sending
-      ->add_option("what", arguments->what,
-                   "Row number (from 1) of a recent page, or a magnet link")
+      ->add_option("torrent", arguments->what,
+                   "Row number of what was listed last, from 1, or a magnet link")
       ->required()
       ->check(utf8());
   sending->add_option("--name", arguments->name, "Name to remember a magnet link by")
       ->check(utf8());
-  sending->add_option("--page", arguments->page, "Page of the row, from 0")
-      ->check(CLI::Range(0, 1000000));
+  sending->add_option("--page", arguments->page, "Take the row of this recent page instead, from 0")
+      ->transform(pageNumbers());
   commands.push_back({sending, [arguments](Terminal& terminal, bool json) {
                         return send(terminal, *arguments, json);
                       }});
@@ -159,7 +208,7 @@ void addSendCommands(CLI::App& app, Commands& commands) {
   CLI::App* sent = app.add_subcommand("history", "List what was sent, newest first");
   const auto deleted = std::make_shared<std::optional<std::size_t>>();
   sent->add_option("--delete", *deleted, "Delete this entry instead, counted from 1, the newest")
-      ->check(CLI::Range(1, 1000000));
+      ->transform(rowNumbers());
   commands.push_back({sent, [deleted](Terminal&, bool json) { return history(*deleted, json); }});
 }
 

@@ -2,8 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+
+#include "Util/PrintableLine.h"
+#include "platform/Preferences.h"
 
 namespace veltramoor::cli {
 
@@ -13,34 +17,45 @@ Terminal::~Terminal() { Alerts::setPresenter(nullptr); }
 
 void Terminal::show(Alert alert) { alertText_ = alert.title + " " + alert.message; }
 
-bool Terminal::wait(const std::function<void(const std::function<void(bool)>&)>& begin) {
+bool Terminal::wait(const std::function<void(const std::function<void(bool)>&)>& begin,
+                    std::string_view peer) {
   std::optional<bool> outcome;
   begin([&](bool done) { outcome = done; });
-  loop_.runUntil([&] { return outcome.has_value(); });
+  const auto isOver = [&] { return outcome.has_value(); };
+  if (!peer.empty() && !loop_.runUntil(isOver, kPatience)) {
+    fail(kDone, fmt::format("Waiting for {} ...", peer));
+  }
+  loop_.runUntil(isOver);
   return *outcome;
 }
 
 int fail(int status, std::string_view line) {
-  fmt::print(stderr, "veltramoor-cli: {}\n", printable(line));
+  fmt::print(stderr, "veltramoor-cli: {}\n", printableLine(line));
   return status;
 }
 
-std::string printable(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    // U+0080 to U+009F, which some terminals obey as well, are 0xC2 and 0x80 to 0x9F in UTF-8.
-    const bool c1 =
-        byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-    if (byte < 0x20 || byte == 0x7F || c1) {
-      result += '?';
-      i += c1 ? 1 : 0;
-    } else {
-      result += text[i];
-    }
+int failToKeep(std::string_view what) {
+  const Preferences& preferences = Preferences::sharedInstance();
+  return fail(kRefused, std::string(what) + (preferences.isPersistent()
+                                                 ? preferences.lastProblem().value_or("")
+                                                 : "The settings file cannot be used."));
+}
+
+void noteLines(std::string_view lines) {
+  while (!lines.empty()) {
+    const std::size_t end = std::min(lines.find('\n'), lines.size());
+    fail(kDone, lines.substr(0, end));
+    lines.remove_prefix(std::min(end + 1, lines.size()));
   }
-  return result;
+}
+
+std::string printable(std::string_view text) {
+  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+  const std::size_t end = text.find_last_not_of(' ') + 1;
+  return begin >= end ? std::string(text)
+                      : std::string(text.substr(0, begin))
+                            .append(printableLine(text.substr(begin, end - begin)))
+                            .append(text.substr(end));
 }
 
 std::string jsonText(const nlohmann::json& value, int indent) {

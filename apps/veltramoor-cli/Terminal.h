@@ -1,6 +1,7 @@
 // What commands have in common: the main thread, its alerts, the exit statuses, plain lines.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -27,18 +28,30 @@ class Terminal final : public AlertPresenter {
   void show(Alert alert) override;
   [[nodiscard]] const std::optional<std::string>& alertText() const { return alertText_; }
 
-  /// Runs the main thread until `begin`'s argument is called with the outcome.
-  bool wait(const std::function<void(const std::function<void(bool)>&)>& begin);
+  /// How long a person waits without asking what for.
+  static constexpr std::chrono::seconds kPatience{3};
+
+  /// Runs the main thread until `begin`'s argument is called with the outcome. When that takes
+  /// longer than `kPatience`, says on standard error, once, that `peer` is waited for, unless it is
+  /// empty; also where no person watches: a log then tells what held it up.
+  bool wait(const std::function<void(const std::function<void(bool)>&)>& begin,
+            std::string_view peer = {});
 
  private:
   RunLoop loop_;
   std::optional<std::string> alertText_;
 };
 
-/// One line on standard error; returns `status`.
+/// One line on standard error, made printable; returns `status`.
 int fail(int status, std::string_view line);
+/// Says that the state file did not take what a command was to store, and why; returns the exit
+/// status.
+int failToKeep(std::string_view what = "Nothing was kept. ");
+/// A line on standard error for each of `lines`.
+void noteLines(std::string_view lines);
 
-/// `text` without control characters: names from the network must not steer a terminal.
+/// `text` as `printableLine` makes it, but with the blanks at its ends: names from the network must
+/// not steer a terminal.
 [[nodiscard]] std::string printable(std::string_view text);
 
 /// `value` as text, on one line or indented; what is not UTF-8 in it becomes U+FFFD.

@@ -1,9 +1,8 @@
 // Veltramoor in a terminal: the same lists and sends, without a screen.
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 
 #include "Commands.h"
+#include "UsageProblem.h"
 #include "platform/Bundle.h"
 #include "platform/ExchangeLog.h"
 #include "platform/Preferences.h"
@@ -26,19 +25,20 @@ void addSiteOptions(CLI::App& app, SiteConfiguration& configuration) {
 }
 
 int run(int argc, char** argv) {
-  CLI::App app{"Browse a torrent index and push torrents to your computer."};
+  CLI::App app{"Browse a torrent index and push torrents to your computer.", "veltramoor-cli"};
   app.set_version_flag("--version", veltramoor::Bundle::version());
   app.require_subcommand(1);
   app.fallthrough();
 
-  std::optional<std::string> problem;
+  std::vector<std::string> problems;
   SiteConfiguration configuration =
-      SiteConfiguration::load(SiteConfiguration::defaultFile(), &problem);
+      SiteConfiguration::load(SiteConfiguration::defaultFile(), &problems);
   addSiteOptions(app, configuration);
   bool json = false;
-  app.add_flag("--json", json, "Print JSON");
+  app.add_flag("--json", json, "Print JSON")->disable_flag_override();
   bool verbose = false;
-  app.add_flag("--verbose", verbose, "Print a line on each exchange to standard error");
+  app.add_flag("--verbose", verbose, "Print a line on each exchange to standard error")
+      ->disable_flag_override();
 
   cli::Commands commands;
   cli::addListCommands(app, commands);
@@ -51,21 +51,16 @@ int run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    const std::vector<std::string> unknown = app.remaining();
-    if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty() &&
-        !unknown.front().starts_with('-')) {
-      // Not repeated: what stands in a command's place may be anything, a password too.
-      return cli::fail(cli::kWrongUsage, "There is no such command. --help names them all.");
-    }
-    return app.exit(error) == 0 ? cli::kDone : cli::kWrongUsage;
+    return error.get_exit_code() == 0 ? app.exit(error)
+                                      : cli::fail(cli::kWrongUsage, cli::usageProblem(app, error));
   }
-  if (problem) {
-    cli::fail(cli::kDone, *problem);
+  for (const std::string& problem : problems) {
+    cli::noteLines(problem);
   }
   SiteConfiguration::setCurrent(configuration);
 
   if (const auto trouble = veltramoor::Preferences::sharedInstance().lastProblem()) {
-    cli::fail(cli::kDone, *trouble);
+    cli::noteLines(*trouble);
   }
   if (verbose) {
     veltramoor::UrlLoading::sharedInstance().setExchangeLog(&veltramoor::writeToStandardError);

@@ -11,7 +11,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "SelfTest.h"
 #include "platform/Alerts.h"
@@ -34,11 +36,11 @@ using veltramoor::SiteConfiguration;
 
 // The file's values, and over them the command line's.
 SiteConfiguration configurationFrom(const QCommandLineParser& parser) {
-  std::optional<std::string> problem;
+  std::vector<std::string> problems;
   SiteConfiguration configuration =
-      SiteConfiguration::load(SiteConfiguration::defaultFile(), &problem);
-  if (problem) {
-    std::fprintf(stderr, "veltramoor: %s\n", problem->c_str());
+      SiteConfiguration::load(SiteConfiguration::defaultFile(), &problems);
+  for (const std::string& problem : problems) {
+    std::fprintf(stderr, "veltramoor: %s\n", problem.c_str());
   }
   for (const auto& [name, field] : SiteConfiguration::keys()) {
     if (parser.isSet(QString::fromStdString(name))) {

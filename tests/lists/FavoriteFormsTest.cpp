@@ -6,6 +6,7 @@
 #include "lists/FavoriteListViewController.h"
 #include "lists/listings/FilterStore.h"
 #include "support/Application.h"
+#include "support/FileStore.h"
 #include "toolkit/Presentation.h"
 
 namespace veltramoor {
@@ -168,6 +169,25 @@ TEST_F(FavoriteFormsTest, AHostileExpressionDoesNotStopTheTyping) {
   EXPECT_FALSE(compose.problem().isEmpty());
   compose.updateList();
   compose.cancel();
+}
+
+TEST_F(FavoriteFormsTest, WhatTheStoreRefusesStaysInTheFormAndInTheList) {
+  test::FileStore file;
+  EXPECT_TRUE(FilterStore::append("one"));
+  const auto edit = std::make_shared<EditFavoriteListViewController>(TableViewStyle::Plain);
+  edit->addFavorite();
+  {
+    const test::FullDisk fullDisk;
+    edit->didUpdateList(form(), "two");
+    edit->commitEditingStyle(EditFavoriteListViewController::EditingStyle::Delete, 0);
+  }
+  EXPECT_NE(form(), nullptr) << "what was typed is not lost";
+  EXPECT_EQ(edit->filters()->rowCount(), 1);
+  EXPECT_EQ(FilterStore::regexes(), std::vector<std::string>{"one"});
+  edit->didUpdateList(form(), "two");
+  EXPECT_EQ(form(), nullptr);
+  EXPECT_EQ(FilterStore::regexes(), (std::vector<std::string>{"one", "two"}));
+  EXPECT_EQ(edit->filters()->rowCount(), 2);
 }
 
 }  // namespace

@@ -227,15 +227,23 @@ TEST_F(FavoriteListViewControllerTest, TheLastPageDeliveredDecidesWhetherThereIs
   EXPECT_EQ(list_->rows()->torrentCount(), 90) << "pages 0, 3 and 4";
   EXPECT_FALSE(list_->noMoreTorrents()) << "page 4 came";
   EXPECT_EQ(list_->notice(),
-            QStringLiteral("1 of 5 pages did not come. Tap refresh to start again."));
-
+            QStringLiteral("2 of 5 pages did not come. 127.0.0.1 broke the connection off. Tap "
+                           "here to ask for them again."));
   site_.clearFaults();
+  const std::size_t asked = site_.log().size();
+  list_->didTapNotice();
+  ASSERT_TRUE(waitForBatches(3));
+  EXPECT_EQ(list_->rows()->torrentCount(), 150) << "pages 1 and 2 follow the others";
+  EXPECT_EQ(site_.log().size(), asked + 2);
+  EXPECT_EQ(list_->notice(), QString());
+  EXPECT_EQ(list_->listing().currentPage(), 4);
+
   site_.setFault("/recent", Fault{FaultKind::Close, {}, 0});
   list_->didRefresh();
-  ASSERT_TRUE(waitForBatches(3));
+  ASSERT_TRUE(waitForBatches(4));
   EXPECT_EQ(list_->rows()->torrentCount(), 0);
   EXPECT_TRUE(list_->noMoreTorrents());
-  EXPECT_TRUE(list_->notice().startsWith(QStringLiteral("The site did not answer.")));
+  EXPECT_TRUE(list_->notice().startsWith(QStringLiteral("The list did not come.")));
   EXPECT_FALSE(LoadingIndicator::current().isShown());
   EXPECT_TRUE(list_->headerView()->refreshBtn()->isEnabled());
 }

@@ -8,6 +8,7 @@
 
 #include "remote/DownloadHistory.h"
 #include "support/Application.h"
+#include "support/FileStore.h"
 
 namespace veltramoor {
 namespace {
@@ -94,7 +95,7 @@ TEST_F(HistoryListTest, DeletesFromTheStoreWhatTheRowShowsAndFromTheCopyItsMirro
            Case{"abc", {1}, "ac", "ca"},
            Case{"abc", {2}, "bc", "ba"},
            Case{"a", {0}, "", ""},
-           Case{"abcd", {0, 0}, "abd", "dc"},
+           Case{"abcd", {0, 0}, "abc", "dc"},
            Case{"aba", {0}, "ab", "ab"},
            Case{"abc", {3}, "abc", "cba"},
            Case{"abc", {-1}, "abc", "cba"},
@@ -124,6 +125,25 @@ TEST_F(HistoryListTest, DeletesFromTheStoreWhatTheRowShowsAndFromTheCopyItsMirro
   remove(0);
   EXPECT_EQ(stored(), "");
   EXPECT_EQ(shown(), "b");
+}
+
+TEST_F(HistoryListTest, AnEntryThatTheStoreDoesNotLetGoIsShownAgain) {
+  test::FileStore file;
+  for (const std::string name : {"a", "b", "c"}) {
+    EXPECT_TRUE(DownloadHistory::append(name));
+  }
+  list_->reloadHistory();
+  {
+    const test::FullDisk fullDisk;
+    remove(0);
+    EXPECT_EQ(shown(), "cba");
+  }
+  // Told here, and not to the window of a later case.
+  EXPECT_TRUE(test::deliver());
+  EXPECT_EQ(delegate_->alertView()->title(), QStringLiteral("Not saved."));
+  EXPECT_EQ(stored(), "abc");
+  remove(0);
+  EXPECT_EQ(stored(), "ab");
 }
 
 class HistoryWindowTest : public HistoryListTest {
@@ -182,9 +202,11 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
   app.type(Qt::Key_Down);
   app.hold(Qt::Key_Delete);
   EXPECT_EQ(stored(), "abde") << "one entry, however long the key is held";
+  app.type(Qt::Key_Delete);
+  EXPECT_EQ(stored(), "abde") << "and none by what the rows read until they are right";
+  ASSERT_TRUE(waitFor([this] { return shown() == "edba"; }));
   EXPECT_EQ(app.item("historyTable")->property("currentIndex").toInt(), 2);
 
-  list_->viewWillAppear();
   swipe(app, 0, 200, 180);
   EXPECT_EQ(stored(), "abde") << "a short swipe springs back";
   swipe(app, 0, 200, 100);
@@ -199,14 +221,18 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
   ASSERT_TRUE(waitFor([&] { return button->isVisible(); }));
   app.click(button);
   EXPECT_EQ(stored(), "abd");
+  ASSERT_TRUE(waitFor([this] { return shown() == "dba"; }));
 
-  list_->viewWillAppear();
   waitForFrame(app);
-  swipe(app, 1, 350, 20);
-  EXPECT_EQ(stored(), "ad") << "a full swipe deletes at once";
-  EXPECT_EQ(shown(), "da") << "which is the middle row";
-  remove(0);
-  remove(0);
+  swipe(app, 0, 350, 20);
+  EXPECT_EQ(stored(), "ab") << "a full swipe deletes at once";
+  ASSERT_TRUE(waitFor([this] { return shown() == "ba"; }));
+  app.type(Qt::Key_Home);
+  app.type(Qt::Key_Delete);
+  ASSERT_TRUE(waitFor([this] { return shown() == "a"; }));
+  EXPECT_EQ(app.item("historyTable")->property("currentIndex").toInt(), 0);
+  app.type(Qt::Key_Delete);
+  ASSERT_TRUE(waitFor([this] { return shown().empty(); }));
   EXPECT_TRUE(app.item("listNotice")->isVisible());
   EXPECT_TRUE(site_.log().empty());
 }

@@ -77,6 +77,7 @@ TEST_F(SearchListTest, WaitsForAQueryPagesOnAndCountsAnewAtEachAppearance) {
   EXPECT_EQ(list_->rows()->torrents(), std::nullopt);
   EXPECT_EQ(list_->rows()->rowCount(), 0);
   EXPECT_EQ(list_->notice(), QStringLiteral("Type what to look for."));
+  EXPECT_FALSE(list_->headerView()->refreshBtn()->isEnabled()) << "there is nothing to ask again";
 
   list_->searchBar()->setText(QStringLiteral("the"));
   list_->searchBarSearchButtonClicked();
@@ -85,6 +86,7 @@ TEST_F(SearchListTest, WaitsForAQueryPagesOnAndCountsAnewAtEachAppearance) {
   EXPECT_FALSE(list_->tableView()->allowsSelection());
   arrive();
   EXPECT_FALSE(LoadingIndicator::current().isShown());
+  EXPECT_TRUE(list_->headerView()->refreshBtn()->isEnabled());
   EXPECT_EQ(list_->rows()->rowCount(), 31);
   loadMore();
   EXPECT_EQ(asked(), "/search/the/1/99/0");
@@ -124,7 +126,7 @@ TEST_F(SearchListTest, SurvivesASilentSite) {
   site_.setFault("/search", Fault{FaultKind::Close, {}, 1});
   search(QStringLiteral("the"));
   EXPECT_EQ(list_->rows()->torrents(), std::nullopt);
-  EXPECT_TRUE(list_->notice().contains(QStringLiteral("did not answer")));
+  EXPECT_TRUE(list_->notice().contains(QStringLiteral("did not come")));
   list_->didRefresh();
   arrive();
   EXPECT_EQ(list_->rows()->rowCount(), 31);

@@ -14,6 +14,9 @@
 #include <string>
 #include <vector>
 
+#include "Util/PrintableLine.h"
+#include "platform/Preferences.h"
+#include "platform/RefusedWrites.h"
 #include "support/ChildProcess.h"
 #include "support/TemporaryFolder.h"
 
@@ -146,7 +149,10 @@ TEST(StateFile, ADamagedFileIsSetAsideWhole) {
   // Of our version, and yet not ours.
   for (const std::string change :
        {"DROP TABLE preferences", "DROP TABLE preference_elements", "DROP TABLE cookies",
-        "ALTER TABLE cookies RENAME COLUMN line TO text"}) {
+        "ALTER TABLE cookies RENAME COLUMN line TO text",
+        "PRAGMA writable_schema = ON; UPDATE sqlite_master SET name = 'a\xFF\x1B[31m\nb', sql = "
+        "'x' "
+        "WHERE name = 'cookies'"}) {
     const fs::path changed = folder / std::to_string(cases.size());
     openStateFile(changed).database->exec(change);
     cases.emplace_back(change, contentOf(changed));
@@ -159,6 +165,7 @@ TEST(StateFile, ADamagedFileIsSetAsideWhole) {
       write(file, content);
       const OpenedStateFile opened = openStateFile(file);
       ASSERT_TRUE(opened.notice) << name;
+      EXPECT_EQ(*opened.notice, printableLine(*opened.notice)) << "whatever was in it";
       EXPECT_EQ(storedCookies(*opened.database), "") << name;
       storeCookie(*opened.database, "new");
       const std::vector<fs::path> kept = setAsideIn(own.path());
@@ -351,6 +358,11 @@ TEST(StateFile, AWriteProtectedFileIsReadAsItIs) {
     } catch (const SQLite::Exception&) {
       refused = true;
     }
+    Preferences preferences(file);
+    std::vector<std::string> told;
+    RefusedWrites::setListener([&](const std::string& sentence) { told.push_back(sentence); });
+    refused = refused && !preferences.setString("key", "a") && !preferences.setNumber("key", 1) &&
+              told == std::vector{*opened.notice};
     return opened.notice && opened.notice->find("will not be kept") != std::string::npos &&
            storedCookies(*opened.database) == "kept" && refused;
   }));

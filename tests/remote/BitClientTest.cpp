@@ -8,6 +8,7 @@
 #include "remote/Transmission.h"
 #include "remote/Utorrent.h"
 #include "remote/Vuze.h"
+#include "support/FileStore.h"
 #include "support/RawServer.h"
 
 namespace veltramoor {
@@ -192,6 +193,18 @@ TEST(ServerInfoTest, ReadsTheStoreAnewAndWritesAtOnce) {
   store.setString("Veltramoor_serverClient", "Other");
   EXPECT_EQ(BitClient::configured(ServerInfo::sharedInstance()), nullptr);
   Preferences::setSharedInstance(nullptr);
+}
+
+TEST(ServerInfoTest, ARefusedValueIsNotTheRecordsEither) {
+  test::FileStore store;
+  ServerInfo& info = ServerInfo::sharedInstance();
+  EXPECT_TRUE(info.setAddress("old"));
+  {
+    const test::FullDisk fullDisk;
+    EXPECT_FALSE(info.setAddress("new"));
+  }
+  EXPECT_EQ(info.address(), "old");
+  EXPECT_EQ(store->string("Veltramoor_serverAddress"), "old");
 }
 
 }  // namespace

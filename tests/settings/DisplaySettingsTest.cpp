@@ -9,6 +9,7 @@
 #include "settings/SearchDisplaySettingsViewController.h"
 #include "settings/Top100DisplaySettingsViewController.h"
 #include "settings/UploadDisplaySettingsViewController.h"
+#include "support/FileStore.h"
 #include "support/ScreenTest.h"
 
 namespace veltramoor {
@@ -162,7 +163,11 @@ TEST_F(DisplaySettingsTest, ChoosingStoresAtOnceAndTheGroupAllHoldsTheRestBack) 
   screen.sort()->choose(1);
   EXPECT_EQ(store_.string("Veltramoor_recentOrderBy"), "7");
   EXPECT_EQ(store_.string("Veltramoor_recentSortBy"), "asc");
+  EXPECT_FALSE(screen.remark().isEmpty()) << "and says why";
   screen.didSelectRow(4, 0);
+  EXPECT_EQ(screen.order()->selectedSegment(), 2) << "what is stored is shown again";
+  EXPECT_EQ(screen.sort()->selectedSegment(), 1);
+  EXPECT_EQ(screen.remark(), QString());
   screen.order()->choose(1);
   EXPECT_EQ(store_.string("Veltramoor_recentOrderBy"), "5");
 }
@@ -201,6 +206,41 @@ TEST_F(DisplaySettingsTest, OpensOnWhatIsStored) {
   store_.setString("Veltramoor_recentCategory", "");
   const RecentDisplaySettingsViewController screen;
   EXPECT_EQ(category(), "0") << "empty is as good as absent";
+}
+
+TEST_F(DisplaySettingsTest, WhatTheStoreRefusesIsTakenBack) {
+  test::FileStore store;
+  RecentDisplaySettingsViewController screen;
+  FavoriteDisplaySettingsViewController favorites;
+  screen.didSelectRow(2, 0);
+  screen.didSelectRow(5, 1);
+  screen.order()->choose(2);
+  screen.sort()->choose(1);
+  favorites.favoritesCountSlider()->moveTo(12);
+  favorites.favoritesCountSlider()->release();
+  QList<int> rows;
+  QObject::connect(&screen, &DisplaySettingsViewController::pickerChanged,
+                   [&] { rows.append(screen.selectedMember()); });
+  {
+    const test::FullDisk fullDisk;
+    screen.didSelectRow(3, 1);
+    EXPECT_EQ(rows, (QList<int>{3, 5})) << "there and back, for a wheel that has turned already";
+    screen.didSelectRow(4, 0);
+    screen.didSelectRow(0, 0);
+    screen.order()->choose(1);
+    screen.sort()->choose(0);
+    favorites.favoritesCountSlider()->moveTo(30);
+    favorites.favoritesCountSlider()->release();
+  }
+  EXPECT_EQ(screen.selectedGroup(), 2);
+  EXPECT_EQ(screen.selectedMember(), 5);
+  EXPECT_EQ(screen.members().value(5), QStringLiteral("TV shows"));
+  EXPECT_EQ(screen.order()->selectedSegment(), 2);
+  EXPECT_EQ(screen.sort()->selectedSegment(), 1);
+  EXPECT_EQ(screen.sort()->enabledSegments(), (QList<bool>{true, true}));
+  EXPECT_EQ(favorites.favoritesCountSlider()->value(), 12);
+  EXPECT_EQ(favorites.favoritesCountValue()->text(), QStringLiteral("12"));
+  EXPECT_EQ(store->string("Veltramoor_recentCategory"), "205");
 }
 
 TEST_F(DisplaySettingsTest, TheNumberOfPagesIsStoredWhenTheSliderIsLetGo) {

@@ -2,6 +2,7 @@
 #include <QElapsedTimer>
 
 #include <QTimer>
+#include <fstream>
 #include "support/ScreenTest.h"
 
 #include "platform/Bundle.h"
@@ -9,6 +10,7 @@
 #include "shell/LoginViewController.h"
 #include "shell/overlay/LoadingIndicator.h"
 #include "site/UserInfo.h"
+#include "support/FileStore.h"
 #include "support/RawServer.h"
 #include "toolkit/Device.h"
 
@@ -298,6 +300,47 @@ TEST_F(LoginTest, ClosingDuringTheNoticeCheckLogsNobodyIn) {
   EXPECT_LT(ran.elapsed(), 2500);
   EXPECT_EQ(silent.hits(), 1U);
   EXPECT_EQ(switches_, 0);
+  EXPECT_FALSE(delegate_.alertView()->isVisible());
+}
+
+TEST_F(LoginTest, AStoreThatTookTheFilesPlaceIsToldOfOnce) {
+  const test::TemporaryFolder folder;
+  std::ofstream(folder / "plain") << "no folder";
+  Preferences memory(folder / "plain" / "state.sqlite");
+  Preferences::setSharedInstance(&memory);
+  delegate_.applicationDidFinishLaunching(
+      std::make_shared<ViewController>(QStringLiteral("Blank.qml")));
+  EXPECT_TRUE(memory.setString("key", "value"));
+  EXPECT_TRUE(test::deliver());
+  EXPECT_TRUE(alert().contains("until Veltramoor closes")) << alert().toStdString();
+  delegate_.alertView()->dismissWithButtonIndex(0);
+  EXPECT_FALSE(delegate_.alertView()->isVisible());
+  EXPECT_TRUE(delegate_.applicationWillTerminate());
+  Preferences::setSharedInstance(&store_);
+}
+
+// One alert for all of it; what was typed is still what a sign-in would send.
+TEST_F(LoginTest, ASwitchThatTheStoreRefusesGoesBack) {
+  test::FileStore store;
+  LoginViewController& login = load();
+  login.anonymousLogin()->toggle();
+  {
+    const test::FullDisk fullDisk;
+    login.anonymousLogin()->toggle();
+    login.automaticLogin()->toggle();
+    login.username()->becomeFirstResponder();
+    login.username()->setText("anna");
+    login.username()->resignFirstResponder();
+  }
+  EXPECT_FALSE(login.anonymousLogin()->isOn());
+  EXPECT_FALSE(login.automaticLogin()->isOn());
+  EXPECT_TRUE(login.username()->isEnabled());
+  EXPECT_EQ(login.username()->text(), QStringLiteral("anna"));
+  EXPECT_EQ(store->string("Veltramoor_username"), std::nullopt);
+  EXPECT_TRUE(test::deliver());
+  EXPECT_TRUE(alert().startsWith("Not saved.|The change could not be saved"))
+      << alert().toStdString();
+  delegate_.alertView()->dismissWithButtonIndex(0);
   EXPECT_FALSE(delegate_.alertView()->isVisible());
 }
 

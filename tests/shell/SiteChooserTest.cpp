@@ -46,7 +46,7 @@ TEST_F(SiteChooserTest, WithoutASiteItAsksForOneAndStoresIt) {
   EXPECT_EQ(site.problem(), QString());
   EXPECT_EQ(SiteConfiguration::current().siteHost, "index.test:8080");
   EXPECT_EQ(storedHost(), "index.test:8080");
-  for (const char* written : {"http://host///", "host/", "https://host"}) {
+  for (const char* written : {"http://host///", "host/", "https://host", "HOST:80"}) {
     site.open();
     EXPECT_TRUE(site.isShown());
     site.field()->setText(written);

@@ -103,12 +103,12 @@ TEST(FetchPageTest, TellsAFailedTransferFromAPageWithoutRows) {
                                       : test::RawReply(RawServer::response(404, "<html>"));
   });
   OperationQueue queue(1);
-  std::optional<TransferFailure> reason;
+  std::optional<PageTrouble> reason;
   const auto rowsOf = [&](const std::string& path) {
     std::optional<std::optional<std::vector<Torrent>>> outcome;
     queue.addOperation(std::make_shared<FetchPageAllTorrents>(
         Url::parse(server.url(path)),
-        [&](std::optional<std::vector<Torrent>> rows, std::optional<TransferFailure> failure) {
+        [&](std::optional<std::vector<Torrent>> rows, std::optional<PageTrouble> failure) {
           outcome = std::move(rows);
           reason = std::move(failure);
         }));
@@ -117,10 +117,11 @@ TEST(FetchPageTest, TellsAFailedTransferFromAPageWithoutRows) {
   };
   EXPECT_EQ(rowsOf("/reset"), std::nullopt);
   ASSERT_TRUE(reason);
-  EXPECT_EQ(reason->kind, TransferFailureKind::BrokenOff);
-  EXPECT_EQ(reason->port, server.port());
+  EXPECT_EQ(reason->failure.value().kind, TransferFailureKind::BrokenOff);
+  EXPECT_EQ(reason->failure->port, server.port());
   EXPECT_EQ(rowsOf("/none"), std::vector<Torrent>{});
-  EXPECT_FALSE(reason);
+  ASSERT_TRUE(reason);
+  EXPECT_EQ(reason->statusCode, 404);
 
   std::optional<std::string> text;
   queue.addOperation(std::make_shared<FetchPageGeneric>(

@@ -20,7 +20,15 @@ void RemotePeer::add(std::string link) {
   added_.push_back(std::move(link));
 }
 
+std::string RemotePeer::port() const {
+  // The server runs before the subclass is made; whoever has the port has seen that end, and so has
+  // the thread that answers.
+  const std::lock_guard lock(mutex_);
+  return std::to_string(server_.port());
+}
+
 RawReply RemotePeer::reply(const RecordedRequest& request) {
+  { const std::lock_guard lock(mutex_); }
   if (login_ && request.header("Authorization") !=
                     "Basic " + base64Encoding(login_->first + ":" + login_->second)) {
     return RawServer::response(401, "who are you?", {"WWW-Authenticate: Basic realm=\"peer\""});
@@ -62,6 +70,9 @@ RawReply VuzePeer::answer(const RecordedRequest& request) {
     return RawServer::response(415);
   }
   const auto call = nlohmann::json::parse(request.body, nullptr, false);
+  if (!call.is_discarded() && call.value("method", "") == "session-get") {
+    return RawServer::response(200, R"({"arguments":{},"result":"success"})");
+  }
   if (call.is_discarded() || call.value("method", "") != "torrent-add") {
     return RawServer::response(500);
   }

@@ -21,7 +21,7 @@ class RemotePeer {
   RemotePeer(const RemotePeer&) = delete;
   RemotePeer& operator=(const RemotePeer&) = delete;
 
-  [[nodiscard]] std::string port() const { return std::to_string(server_.port()); }
+  [[nodiscard]] std::string port() const;
   [[nodiscard]] const RawServer& server() const { return server_; }
   [[nodiscard]] std::vector<std::string> added() const;
 

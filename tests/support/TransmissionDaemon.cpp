@@ -115,13 +115,16 @@ std::string outputOf(const std::vector<std::string>& command, int* status,
   return output;
 }
 
-TransmissionDaemon::TransmissionDaemon(std::optional<std::pair<std::string, std::string>> login)
+TransmissionDaemon::TransmissionDaemon(std::optional<std::pair<std::string, std::string>> login,
+                                       const std::string& allowed)
     : login_(std::move(login)), port_(freePort()) {
   nlohmann::json settings = {{"rpc-enabled", true},
                              {"rpc-bind-address", "127.0.0.1"},
                              {"rpc-port", port_},
                              {"rpc-whitelist-enabled", true},
-                             {"rpc-whitelist", "127.0.0.1"},
+                             {"rpc-whitelist", allowed},
+                             {"anti-brute-force-enabled", true},
+                             {"anti-brute-force-threshold", 100},
                              {"rpc-authentication-required", login_.has_value()},
                              {"peer-port", freePort()},
                              {"bind-address-ipv4", "127.0.0.1"},

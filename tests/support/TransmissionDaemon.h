@@ -16,9 +16,11 @@ namespace veltramoor::test {
 /// std::runtime_error when it cannot be started.
 class TransmissionDaemon {
  public:
-  /// `login`: user name and password that its remote interface asks for.
+  /// `login`: user name and password that its remote interface asks for; `allowed`: whom it
+  /// answers.
   explicit TransmissionDaemon(
-      std::optional<std::pair<std::string, std::string>> login = std::nullopt);
+      std::optional<std::pair<std::string, std::string>> login = std::nullopt,
+      const std::string& allowed = "127.0.0.1");
   ~TransmissionDaemon();
   TransmissionDaemon(const TransmissionDaemon&) = delete;
   TransmissionDaemon& operator=(const TransmissionDaemon&) = delete;

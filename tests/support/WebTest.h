@@ -91,8 +91,10 @@ class WebTest : public ScreenTest {
     EXPECT_TRUE(there) << source << " is " << value;
     return there;
   }
-  /// Taps the middle of the page's element `id`.
+  /// Taps the middle of the page's element `id`, once the page has been painted: the engine drops
+  /// what comes before.
   static void tap(const Application& app, const WebViewController& screen, const std::string& id) {
+    ASSERT_TRUE(waitForValue(screen, "performance.getEntriesByType('paint').length > 0", "true"));
     const QString place = QString::fromStdString(
         valueOf(screen, "var r = document.getElementById('" + id +
                             "').getBoundingClientRect(); (r.left + r.width / 2) + ',' + (r.top + "

@@ -21,7 +21,7 @@ TEST_F(FavoriteCommandsTest, AddsListsAndRemovesFilters) {
     run(wrong);
     EXPECT_EQ(status_, 2) << testing::PrintToString(wrong);
   }
-  EXPECT_EQ(test::outputOf({"sh", "-c", kCli + " filters add 'a**' 2>&1"}, &status_),
+  EXPECT_EQ(errors({"filters", "add", "a**"}),
             "veltramoor-cli: At character 3: This character cannot stand here. Put a backslash "
             "before it to mean the character.\n");
   run({"filters", "remove", "1"});
@@ -38,9 +38,11 @@ TEST_F(FavoriteCommandsTest, ListsWhatPassesOfThePagesAsked) {
   EXPECT_EQ(site_.log().back().target, "/browse/201/0/3");
   ASSERT_FALSE(rows.empty());
   EXPECT_EQ(rows[0]["type"], "201.png");
-  site_.setFault("/recent", Fault{FaultKind::Close, {}, 0});
-  run({"favourites"});
+  site_.setFault("/recent/3", Fault{FaultKind::Error500, {}, 0});
+  EXPECT_EQ(json({"favourites"}).size(), 120U) << "what came is not lost";
   EXPECT_EQ(status_, 1);
+  EXPECT_EQ(errors({"favourites"}),
+            "veltramoor-cli: 1 of 5 pages did not come. The site answered with an error (500).\n");
 }
 
 }  // namespace

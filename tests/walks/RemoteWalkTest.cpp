@@ -84,7 +84,11 @@ TEST_F(RemoteWalkTest, SettingsTestPageBackAndLogout) {
   ASSERT_TRUE(waitFor([&] { return app_.alert().isVisible(); }));
   EXPECT_EQ(app_.alert().title(), QStringLiteral("Connection with server failed."));
   tapOn(QStringLiteral("alertButton0"));
-  tapOn(QStringLiteral("webBackButton"));
+  // Back at the settings, which say what is wrong with them.
+  QQuickItem* step = nullptr;
+  ASSERT_TRUE(waitFor([&] { return (step = app_.item("diagnosisStep5")) != nullptr; }));
+  EXPECT_TRUE(step->property("text").toString().startsWith(QStringLiteral("The user name or")));
+  EXPECT_FALSE(isOverlayShown());
   fillIn("serverPassword", password);
   tapOn(QStringLiteral("testButton"));
   ASSERT_TRUE(waitFor([&] { return app_.alert().isVisible(); }));

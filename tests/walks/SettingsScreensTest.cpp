@@ -239,6 +239,9 @@ TEST_F(SettingsScreensTest, ChoosesByKeys) {
   EXPECT_FALSE(app_.item("orderControl1")->isEnabled()) << "held back under All";
   app_.click(app_.item("orderControl2"));
   EXPECT_EQ(stored("recentOrderBy"), "5");
+  EXPECT_TRUE(app_.item("settingsRemark")->isVisible());
+  app_.type(Qt::Key_Down);
+  EXPECT_FALSE(app_.item("settingsRemark")->isVisible());
 }
 
 // Many small turns of a touchpad make as many rows as they are long, not as they are many.

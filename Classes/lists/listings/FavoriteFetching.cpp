@@ -14,7 +14,12 @@ std::vector<Torrent> acceptedTorrents(FilteredPage judged) {
 
 FavoriteFetching::FavoriteFetching(Show show)
     : delivery_([this, show = std::move(show)](FilteredPage page) {
-        failed_ += page.torrents ? 0 : 1;
+        if (page.failed()) {
+          if (failed_.empty()) {
+            trouble_ = page.trouble.value_or(PageTrouble{.kind = PageTrouble::Kind::NotReached});
+          }
+          failed_.push_back(page.number);
+        }
         show(std::move(page));
       }) {}
 
@@ -22,18 +27,26 @@ void FavoriteFetching::fetch(const FavoriteListing& listing, const PageBatch& ba
                              std::shared_ptr<void> owner) {
   std::vector<int> numbers(static_cast<std::size_t>(std::max(batch.count, 1)));
   std::iota(numbers.begin(), numbers.end(), batch.start);
-  const auto order = std::make_shared<DeliveryOrder>(numbers);
+  fetchPages(listing, numbers, std::move(owner));
+}
+
+void FavoriteFetching::fetchPages(const FavoriteListing& listing, const std::vector<int>& pages,
+                                  std::shared_ptr<void> owner) {
+  const auto order = std::make_shared<DeliveryOrder>(pages);
   if (outstanding() == 0) {
-    failed_ = 0;
+    failed_.clear();
   }
-  const int number = delivery_.begin(static_cast<int>(numbers.size()));
-  for (const int page : numbers) {
+  const int batch = delivery_.begin(static_cast<int>(pages.size()));
+  int before = kNoPage;
+  for (const int page : pages) {
     operationQueueMultiple_.addOperation(std::make_shared<FilterFetchPage>(
         listing.pageUrl(page), listing.filters(),
-        [this, owner, number](FilteredPage filtered) {
-          delivery_.deliver(number, std::move(filtered));
+        [this, owner, batch, page](FilteredPage filtered) {
+          filtered.number = page;
+          delivery_.deliver(batch, std::move(filtered));
         },
-        DeliveryPlace{order, page, page == batch.start ? kNoPage : page - 1}));
+        DeliveryPlace{order, page, before}));
+    before = page;
   }
 }
 

@@ -28,19 +28,26 @@ class FavoriteFetching {
 
   /// Queues the fetches of the batch; `owner`, whom this belongs to, lives until all have come.
   void fetch(const FavoriteListing& listing, const PageBatch& batch, std::shared_ptr<void> owner);
+  /// The same for pages that need not follow each other; at least one.
+  void fetchPages(const FavoriteListing& listing, const std::vector<int>& pages,
+                  std::shared_ptr<void> owner);
 
   /// Of the batch under way, or of the last one.
   [[nodiscard]] int asked() const { return delivery_.asked(); }
   [[nodiscard]] int delivered() const { return delivery_.delivered(); }
-  /// How many of those delivered were failed transfers.
-  [[nodiscard]] int failed() const { return failed_; }
+  /// The numbers of those delivered that the site did not give, in page order, and why it did not
+  /// give the first of them.
+  [[nodiscard]] const std::vector<int>& failedPages() const { return failed_; }
+  [[nodiscard]] int failed() const { return static_cast<int>(failed_.size()); }
+  [[nodiscard]] const PageTrouble& trouble() const { return trouble_; }
   /// Pages asked for and not shown yet.
   [[nodiscard]] int outstanding() const { return delivery_.outstanding(); }
   /// Whether a fetch waits or runs, delivered or not.
   [[nodiscard]] bool isBusy() const { return operationQueueMultiple_.operationCount() > 0; }
 
  private:
-  int failed_ = 0;
+  std::vector<int> failed_;
+  PageTrouble trouble_;
   BatchDelivery<FilteredPage> delivery_;
   // Last, so that its threads are joined before anything else goes.
   OperationQueue operationQueueMultiple_{10};

@@ -13,6 +13,7 @@ void FilterFetchPage::fetch() {
   HttpRequestRegExTorrent request(url());
   request.request();
   failure_ = request.failure();
+  returnObject_.trouble = request.trouble();
   returnObject_.torrents = request.takeTorrents();
   returnObject_.filters = filters_;
   if (returnObject_.torrents) {

@@ -7,6 +7,7 @@
 
 #include "lists/listings/FilterSet.h"
 #include "site/FetchPage.h"
+#include "site/PageTrouble.h"
 #include "site/Torrent.h"
 
 namespace veltramoor {
@@ -19,6 +20,13 @@ struct FilteredPage {
   std::vector<bool> accepted;
   /// Who said so.
   std::shared_ptr<const FilterSet> filters;
+  /// Why there are no rows, before any was judged; absent when there are.
+  std::optional<PageTrouble> trouble;
+  /// The page's number, where one was given.
+  int number = 0;
+
+  /// Whether nothing is known of what the site has on this page.
+  [[nodiscard]] bool failed() const { return !torrents || (trouble && !trouble->mayBeEmptyList()); }
 };
 
 /// Matches on the worker thread, so that no filter, however hostile, holds the screen's.

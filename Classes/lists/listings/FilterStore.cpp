@@ -4,16 +4,6 @@
 #include "platform/Preferences.h"
 
 namespace veltramoor {
-namespace {
-
-bool store(const std::vector<std::string>& regexes) {
-  Preferences& preferences = Preferences::sharedInstance();
-  const bool stored = preferences.setArray(PreferencesKeys::filters, regexes);
-  preferences.synchronize();
-  return stored;
-}
-
-}  // namespace
 
 std::vector<std::string> FilterStore::regexes() {
   return Preferences::sharedInstance()
@@ -22,18 +12,11 @@ std::vector<std::string> FilterStore::regexes() {
 }
 
 bool FilterStore::append(const std::string& regex) {
-  std::vector<std::string> all = regexes();
-  all.push_back(regex);
-  return store(all);
+  return Preferences::sharedInstance().appendToArray(PreferencesKeys::filters, regex);
 }
 
-bool FilterStore::remove(std::size_t index) {
-  std::vector<std::string> all = regexes();
-  if (index >= all.size()) {
-    return false;
-  }
-  all.erase(all.begin() + static_cast<std::ptrdiff_t>(index));
-  return store(all);
+bool FilterStore::remove(std::size_t index, const std::string& regex) {
+  return Preferences::sharedInstance().removeFromArray(PreferencesKeys::filters, index, regex);
 }
 
 }  // namespace veltramoor

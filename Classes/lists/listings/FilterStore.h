@@ -7,15 +7,16 @@
 
 namespace veltramoor {
 
-/// The array under the filters key, in the order added; duplicates and empty texts are kept. Main
-/// thread only.
+/// The array under the filters key, in the order added; duplicates and empty texts are kept.
+/// Thread-safe: what two programs add or remove at the same moment is all added and removed.
 class FilterStore {
  public:
   [[nodiscard]] static std::vector<std::string> regexes();
-  /// Both return false, and leave what is stored, when the store could not be written; `remove`
-  /// also when there is no filter at `index`.
+  /// Both return false, and leave what is stored, when the store could not be written.
   static bool append(const std::string& regex);
-  static bool remove(std::size_t index);
+  /// Removes the filter that was `regex` at `index` when the caller read them; when others were
+  /// added or removed since, the one of this text nearest to there, if there still is one.
+  static bool remove(std::size_t index, const std::string& regex);
 };
 
 }  // namespace veltramoor

@@ -47,7 +47,15 @@ class Listing {
   /// Has this one listing take `value` for the setting; nothing is stored.
   void overrideSetting(std::string_view key, std::string value);
 
+  /// What the settings of this moment change, in words: "Video, Movies; by size, ascending". ""
+  /// when the list shows everything, newest first.
+  [[nodiscard]] std::string choiceInWords() const;
+
  protected:
+  /// Whether the order counts for what is asked for now.
+  [[nodiscard]] virtual bool isOrdered() const { return !keys_.order.empty(); }
+  /// Whether a category is chosen.
+  [[nodiscard]] bool isNarrowed() const;
   /// The category's code; "" and "0" are all.
   [[nodiscard]] std::string category() const;
   /// The order's code, direction included.

@@ -11,6 +11,9 @@ class RecentListing : public Listing {
   RecentListing();
 
   [[nodiscard]] std::optional<Url> pageUrl(int page) const override;
+
+ protected:
+  [[nodiscard]] bool isOrdered() const override { return isNarrowed(); }
 };
 
 }  // namespace veltramoor

@@ -1,5 +1,7 @@
 #include "lists/listings/SiteCodes.h"
 
+#include "Util/Ascii.h"
+
 namespace veltramoor {
 
 const std::vector<CategoryGroup>& categoryTable() {
@@ -69,6 +71,33 @@ const std::vector<SettingChoice>& orderTable() {
 const std::vector<SettingChoice>& sortTable() {
   static const std::vector<SettingChoice> table = {{"Desc", "desc"}, {"Asc", "asc"}};
   return table;
+}
+
+std::string categoryInWords(std::string_view code) {
+  for (const CategoryGroup& group : categoryTable()) {
+    for (const SettingChoice& member : group.members) {
+      if (member.code == code) {
+        const std::string name(group.name);
+        return &member == &group.members.front() ? name : name + ", " + std::string(member.name);
+      }
+    }
+  }
+  return std::string(code);
+}
+
+std::string orderInWords(std::string_view order, std::string_view sort) {
+  const std::string_view ascending = sortTable().back().code;
+  const SettingChoice& usual = orderTable().front();
+  if ((order.empty() || order == usual.code) && sort != ascending) {
+    return "";
+  }
+  std::string name(order.empty() ? usual.name : order);
+  for (const SettingChoice& choice : orderTable()) {
+    if (choice.code == order) {
+      name = choice.name;
+    }
+  }
+  return "by " + lowerCase(name) + (sort == ascending ? ", ascending" : "");
 }
 
 }  // namespace veltramoor

@@ -1,6 +1,7 @@
 // The site's category, order and sort codes with their names.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,5 +23,10 @@ struct CategoryGroup {
 [[nodiscard]] const std::vector<CategoryGroup>& categoryTable();
 [[nodiscard]] const std::vector<SettingChoice>& orderTable();
 [[nodiscard]] const std::vector<SettingChoice>& sortTable();
+
+/// "Video, Movies", or "Video" for a whole group; a code that is in no table stands for itself.
+[[nodiscard]] std::string categoryInWords(std::string_view code);
+/// "by size, ascending"; "" for the newest first, which every list has by itself.
+[[nodiscard]] std::string orderInWords(std::string_view order, std::string_view sort);
 
 }  // namespace veltramoor

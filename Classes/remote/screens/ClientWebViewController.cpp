@@ -47,10 +47,23 @@ void ClientWebViewController::viewDidAppear() {
   // A slow client's page may come when the settings name another one.
   ignoreEarlierFetches();
   settings_ = settingsKey(ServerInfo::sharedInstance());
-  const auto operation = std::make_shared<FetchPageRemoteUI>(
-      url(), openedFrom_ == OpenedFrom::RemoteSettings, delivery());
+  const bool isTest = openedFrom_ == OpenedFrom::RemoteSettings;
+  std::function<void()> failureClosed;
+  if (isTest) {
+    failureClosed = [self = sharedController(this)] { self->leaveAfterFailure(); };
+  }
+  const auto operation =
+      std::make_shared<FetchPageRemoteUI>(url(), isTest, delivery(), std::move(failureClosed));
   addOperation(operation);
   setUrl(operation->url());
+}
+
+void ClientWebViewController::leaveAfterFailure() {
+  // The person may have left already.
+  if (!isRemoved()) {
+    cancel();
+    emit testFailed();
+  }
 }
 
 void ClientWebViewController::initializeWebView(std::optional<std::string> html) {

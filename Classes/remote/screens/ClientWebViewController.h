@@ -26,7 +26,14 @@ class ClientWebViewController final : public veltramoor::WebViewController {
   void didFailLoadWithError(const QString&) override { endLoad(false); }
   void webViewWasStopped() override {}
 
+ signals:
+  /// The test of the settings has failed, the person knows, and this screen has gone.
+  void testFailed();
+
  private:
+  void leaveAfterFailure();
+  void openAgain() override { viewDidAppear(); }
+
   // Stands for the settings that the page was asked for with; no page of other ones is shown.
   QString settings_;
   OpenedFrom openedFrom_;

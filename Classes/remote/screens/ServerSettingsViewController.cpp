@@ -20,6 +20,12 @@ QStringList clientNames() {
   return names;
 }
 
+/// The segment of the stored kind; the first when there is none.
+int storedSegment(const ServerInfo& info) {
+  const BitClientClass* stored = BitClient::classNamed(info.client().value_or(""));
+  return stored != nullptr ? stored->index : 0;
+}
+
 }  // namespace
 
 ServerSettingsViewController::ServerSettingsViewController()
@@ -29,31 +35,37 @@ ServerSettingsViewController::ServerSettingsViewController()
   testButton_.setTitle(tr("Test remote settings"));
   testButton_.setEnabled(false);
   connect(&serverClient_, &SegmentedControl::valueChanged, this,
-          &ServerSettingsViewController::didSelectClient);
-  connectField(serverAddress_, &serverPort_, [](std::string value) {
-    ServerInfo::sharedInstance().setAddress(std::move(value));
-  });
-  connectField(serverPort_, &serverUser_,
-               [](std::string value) { ServerInfo::sharedInstance().setPort(std::move(value)); });
-  connectField(serverUser_, &serverPassword_, [](std::string value) {
-    ServerInfo::sharedInstance().setUsername(std::move(value));
-  });
-  connectField(serverPassword_, nullptr, [](std::string value) {
-    ServerInfo::sharedInstance().setPassword(std::move(value));
-  });
+          &ServerSettingsViewController::chooseClient);
+  diagnoseButton_.setTitle(tr("Find out what fails"));
+  connect(&diagnosis_, &DiagnosisModel::changed, this,
+          [this] { diagnoseButton_.setEnabled(!diagnosis_.isRunning()); });
+  connectField(serverAddress_, &serverPort_, &ServerInfo::setAddress, &ServerInfo::address);
+  connectField(serverPort_, &serverUser_, &ServerInfo::setPort, &ServerInfo::port);
+  connectField(serverUser_, &serverPassword_, &ServerInfo::setUsername, &ServerInfo::username);
+  connectField(serverPassword_, nullptr, &ServerInfo::setPassword, &ServerInfo::password);
 }
 
 void ServerSettingsViewController::connectField(TextField& field, TextField* next,
-                                                std::function<void(std::string)> store) {
+                                                bool (ServerInfo::*set)(std::optional<std::string>),
+                                                std::optional<std::string> (ServerInfo::*stored)()
+                                                    const) {
   connect(&field, &TextField::didBeginEditing, this,
           [this, edited = &field] { currTextField_ = edited; });
-  connect(&field, &TextField::didEndEditing, this,
-          [this, edited = &field, next, keep = std::move(store)] {
-            keep(edited->text().toStdString());
-            if (next != nullptr && !focusTaken_ && !leaving_) {
-              next->becomeFirstResponder();
-            }
-          });
+  // Not by the store: what was found holds for the text as it was.
+  connect(&field, &TextField::changed, this, [this, edited = &field] {
+    if (edited->isEditing() && (diagnosis_.count() > 0 || diagnosis_.isRunning())) {
+      diagnosis_.forget();
+    }
+  });
+  connect(&field, &TextField::didEndEditing, this, [this, edited = &field, next, set, stored] {
+    ServerInfo& info = ServerInfo::sharedInstance();
+    if (!(info.*set)(edited->text().toStdString())) {
+      edited->setText(text((info.*stored)().value_or("")));
+    }
+    if (next != nullptr && !focusTaken_ && !leaving_) {
+      next->becomeFirstResponder();
+    }
+  });
   connect(&field, &TextField::shouldReturn, &field, &TextField::resignFirstResponder);
 }
 
@@ -64,12 +76,11 @@ void ServerSettingsViewController::viewDidLoad() {
   serverAddress_.setText(text(info.address().value_or("")));
   serverUser_.setText(text(info.username().value_or("")));
   serverPassword_.setText(text(info.password().value_or("")));
-  const BitClientClass* stored = BitClient::classNamed(info.client().value_or(""));
-  serverClient_.setSelectedSegment(stored != nullptr ? stored->index : 0);
+  serverClient_.setSelectedSegment(storedSegment(info));
   didSelectClient();
   if (!storedPort.empty()) {
-    info.setPort(storedPort);
-    serverPort_.setText(text(storedPort));
+    const bool isStored = info.setPort(storedPort);
+    serverPort_.setText(text(isStored ? storedPort : info.port().value_or("")));
   }
 }
 
@@ -85,17 +96,34 @@ void ServerSettingsViewController::viewWillAppear() {
   testButton_.setEnabled(static_cast<bool>(makeTestPage));
 }
 
-void ServerSettingsViewController::viewWillDisappear() { endEditing(); }
+void ServerSettingsViewController::viewWillDisappear() {
+  endEditing();
+  if (diagnosis_.isRunning()) {
+    diagnosis_.forget();
+  }
+}
+
+void ServerSettingsViewController::chooseClient() {
+  // A tap on the kind that is chosen already must not put a typed port back.
+  const std::string chosen = BitClient::getClientByIndex(serverClient_.selectedSegment());
+  if (ServerInfo::sharedInstance().client() != chosen) {
+    didSelectClient();
+    diagnosis_.forget();
+  }
+}
 
 void ServerSettingsViewController::didSelectClient() {
   ServerInfo& info = ServerInfo::sharedInstance();
   const std::string name = BitClient::getClientByIndex(serverClient_.selectedSegment());
-  info.setClient(name);
-  const BitClientClass* kind = BitClient::classNamed(name);
+  if (!info.setClient(name)) {
+    serverClient_.setSelectedSegment(storedSegment(info));
+  }
+  const BitClientClass* kind =
+      BitClient::classNamed(BitClient::getClientByIndex(serverClient_.selectedSegment()));
   serverDescription_ = text(kind->defaultDescription);
   emit descriptionChanged();
-  serverPort_.setText(text(kind->defaultPort));
-  info.setPort(serverPort_.text().toStdString());
+  const bool isStored = kind->name == name && info.setPort(std::string(kind->defaultPort));
+  serverPort_.setText(isStored ? text(kind->defaultPort) : text(info.port().value_or("")));
 }
 
 void ServerSettingsViewController::endEditing() {
@@ -114,6 +142,12 @@ void ServerSettingsViewController::test() {
   endEditing();
   navigationController()->setNavigationBarHidden(false);
   navigationController()->pushViewController(makeTestPage(*this));
+}
+
+void ServerSettingsViewController::diagnose() {
+  ServerInfo::sharedInstance().setPassword(serverPassword_.text().toStdString());
+  endEditing();
+  diagnosis_.begin(shared_from_this());
 }
 
 void ServerSettingsViewController::cancel() {

@@ -3,7 +3,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
+#include "remote/screens/DiagnosisModel.h"
 #include "toolkit/Button.h"
 #include "toolkit/SegmentedControl.h"
 #include "toolkit/TextField.h"
@@ -11,10 +14,13 @@
 
 namespace veltramoor {
 
+class ServerInfo;
+
 /// Kind of client, address, port and credentials of the remote interface, and a button that tries
-/// them. Each field is stored when its editing ends, the kind when it is chosen; there is nothing
-/// to save. Choosing a kind resets the port to the kind's own. Opening the screen for the first
-/// time stores the kind on show, and its port when none is stored. Main thread only.
+/// them and one that finds out why they fail. Each field is stored when its editing ends, the kind
+/// when it is chosen; there is nothing to save. What the store refuses gives way to what is stored.
+/// Choosing another kind resets the port to the kind's own. Opening the screen for the first time
+/// stores the kind on show, and its port when none is stored. Main thread only.
 class ServerSettingsViewController : public veltramoor::ViewController {
   Q_OBJECT
   Q_PROPERTY(veltramoor::SegmentedControl* serverClient READ serverClient CONSTANT)
@@ -24,6 +30,8 @@ class ServerSettingsViewController : public veltramoor::ViewController {
   Q_PROPERTY(veltramoor::TextField* serverUser READ serverUser CONSTANT)
   Q_PROPERTY(veltramoor::TextField* serverPassword READ serverPassword CONSTANT)
   Q_PROPERTY(veltramoor::Button* testButton READ testButton CONSTANT)
+  Q_PROPERTY(veltramoor::Button* diagnoseButton READ diagnoseButton CONSTANT)
+  Q_PROPERTY(veltramoor::DiagnosisModel* diagnosis READ diagnosis CONSTANT)
   Q_PROPERTY(double contentHeight READ contentHeight NOTIFY contentHeightChanged)
   Q_PROPERTY(bool focusTaken MEMBER focusTaken_)
 
@@ -39,10 +47,14 @@ class ServerSettingsViewController : public veltramoor::ViewController {
   void viewWillDisappear() override;
   void cancel() override;
 
+  [[nodiscard]] bool hasBackgroundWork() const override { return diagnosis_.hasBackgroundWork(); }
+
   /// The choice of a kind, by its segment.
   void didSelectClient();
   /// Stores what is still being edited and opens the test page.
   Q_INVOKABLE void test();
+  /// Stores what is still being edited and finds out, step by step, whether the client can be used.
+  Q_INVOKABLE void diagnose();
 
   [[nodiscard]] SegmentedControl* serverClient() { return &serverClient_; }
   /// How the chosen kind is set up: lines, of which those after the first begin with a tab.
@@ -52,6 +64,8 @@ class ServerSettingsViewController : public veltramoor::ViewController {
   [[nodiscard]] TextField* serverUser() { return &serverUser_; }
   [[nodiscard]] TextField* serverPassword() { return &serverPassword_; }
   [[nodiscard]] Button* testButton() { return &testButton_; }
+  [[nodiscard]] Button* diagnoseButton() { return &diagnoseButton_; }
+  [[nodiscard]] DiagnosisModel* diagnosis() { return &diagnosis_; }
   /// Height in points of what the screen scrolls: 640, and 700 once a keyboard has come and gone.
   [[nodiscard]] double contentHeight() const { return contentHeight_; }
   /// The field whose editing began last; null before the first.
@@ -64,7 +78,11 @@ class ServerSettingsViewController : public veltramoor::ViewController {
   void scrollToFieldRequested(veltramoor::TextField* field);
 
  private:
-  void connectField(TextField& field, TextField* next, std::function<void(std::string)> store);
+  /// Stores what is typed by `set` and, when that is refused, shows what `stored` says.
+  void connectField(TextField& field, TextField* next,
+                    bool (ServerInfo::*set)(std::optional<std::string>),
+                    std::optional<std::string> (ServerInfo::*stored)() const);
+  void chooseClient();
   void endEditing();
   void keyboardWasShown();
   void keyboardWasHidden();
@@ -82,6 +100,8 @@ class ServerSettingsViewController : public veltramoor::ViewController {
   bool leaving_ = false;
   // The focus is where the person put it, and is not to be moved on. Told by what draws the screen.
   bool focusTaken_ = false;
+  Button diagnoseButton_;
+  DiagnosisModel diagnosis_;
 };
 
 }  // namespace veltramoor

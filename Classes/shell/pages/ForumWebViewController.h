@@ -27,6 +27,7 @@ class ForumWebViewController final : public veltramoor::WebViewController {
   void webViewWasStopped() override {}
 
  private:
+  void openAgain() override { viewDidLoad(); }
   [[nodiscard]] bool mayStartAgain();
 
   // Fetches of the front page that a refused load led to, since the last touch.

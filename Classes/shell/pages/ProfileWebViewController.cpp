@@ -14,6 +14,10 @@ ProfileWebViewController::ProfileWebViewController(std::optional<Url> url,
 void ProfileWebViewController::viewDidLoad() {
   WebViewController::viewDidLoad();
   // Not in the constructor, where no shared pointer can keep the screen alive for the fetch.
+  openAgain();
+}
+
+void ProfileWebViewController::openAgain() {
   fetch(url(), httpRequestClass<HttpRequestRegExProfileDetails>());
 }
 

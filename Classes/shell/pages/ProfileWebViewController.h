@@ -13,6 +13,9 @@ class ProfileWebViewController final : public veltramoor::WebViewController {
   ProfileWebViewController(std::optional<Url> url, std::shared_ptr<OpeningList> target);
 
   void viewDidLoad() override;
+
+ private:
+  void openAgain() override;
 };
 
 }  // namespace veltramoor

@@ -21,6 +21,9 @@ class SiteWebViewController final : public veltramoor::WebViewController {
   void webViewDidFinishLoad() override { endLoad(true); }
   void didFailLoadWithError(const QString&) override { endLoad(false); }
   void webViewWasStopped() override {}
+
+ private:
+  void openAgain() override { viewWillAppear(); }
 };
 
 }  // namespace veltramoor

@@ -1,10 +1,12 @@
 #include "shell/pages/TorrentWebViewController.h"
 
+#include <QRegularExpression>
 #include <chrono>
 
 #include "shell/overlay/SynchronousRequest.h"
 #include "shell/pages/OpeningList.h"
 #include "site/HttpRequestRegExDetails.h"
+#include "site/MagnetName.h"
 
 namespace veltramoor {
 namespace {
@@ -19,33 +21,79 @@ constexpr char kSameView[] =
 // Whatever the server does, the window is back by then.
 constexpr std::chrono::seconds kLongestWait{60};
 
+// Whatever it is that may not stand in an address; a page may write a link as it likes.
+std::string escaped(const QString& link) {
+  const QByteArray text = QUrl::toPercentEncoding(link, "!#$&'()*+,/:;=?@");
+  // What was an escape before stays one.
+  const QRegularExpression escapedTwice(QStringLiteral("%25(?=[0-9A-Fa-f]{2})"));
+  return QString::fromLatin1(text).replace(escapedTwice, QStringLiteral("%")).toStdString();
+}
+
 }  // namespace
+
+struct TorrentWebViewController::Fetched {
+  std::optional<std::string> html;
+  std::optional<std::string> imdb;
+  std::optional<TransferFailure> failure;
+};
+
+// Absent when the program is ending.
+auto TorrentWebViewController::fetchDetails(const std::optional<Url>& url)
+    -> std::optional<Fetched> {
+  const auto request = std::make_shared<HttpRequestRegExDetails>(url);
+  switch (requestSynchronously(request, kLongestWait, GivingUp::Allowed)) {
+    case WaitEnd::Finished:
+      return Fetched{request->result(), request->imdb(), request->failure()};
+    case WaitEnd::GivenUp: {
+      // The request is its worker's still.
+      TransferFailure failure;
+      failure.kind = TransferFailureKind::GivenUp;
+      return Fetched{std::nullopt, std::nullopt, std::move(failure)};
+    }
+    case WaitEnd::Closing:
+      break;
+  }
+  return std::nullopt;
+}
 
 std::shared_ptr<TorrentWebViewController> TorrentWebViewController::open(
     const std::optional<Url>& url, int tag, std::shared_ptr<OpeningList> target) {
   // What the row holds now: a page that arrives meanwhile may replace the rows.
   std::optional<Torrent> torrent = target != nullptr ? target->torrentAt(tag) : std::nullopt;
-  const auto request = std::make_shared<HttpRequestRegExDetails>(url);
-  const WaitEnd end = requestSynchronously(request, kLongestWait, GivingUp::Allowed);
-  if (end == WaitEnd::Closing) {
+  std::optional<Fetched> fetched = fetchDetails(url);
+  if (!fetched) {
     return nullptr;
   }
-  return std::shared_ptr<TorrentWebViewController>(
-      new TorrentWebViewController(url, tag, std::move(target), std::move(torrent),
-                                   end == WaitEnd::Finished ? request.get() : nullptr));
+  std::shared_ptr<TorrentWebViewController> screen(
+      new TorrentWebViewController(url, tag, std::move(target), std::move(torrent)));
+  screen->take(*std::move(fetched));
+  return screen;
 }
 
 TorrentWebViewController::TorrentWebViewController(const std::optional<Url>& url, int tag,
                                                    std::shared_ptr<OpeningList> target,
-                                                   std::optional<Torrent> torrent,
-                                                   const HttpRequestRegExDetails* page)
-    : WebViewController(url, std::move(target)), tag_(tag), torrent_(std::move(torrent)) {
-  if (page != nullptr) {
-    result_ = page->result();
-    imdb_ = page->imdb();
-  }
+                                                   std::optional<Torrent> torrent)
+    : WebViewController(url, std::move(target)), tag_(tag), torrent_(std::move(torrent)) {}
+
+void TorrentWebViewController::take(Fetched fetched) {
+  result_ = std::move(fetched.html);
+  imdb_ = std::move(fetched.imdb);
+  failure_ = std::move(fetched.failure);
   makeWebView();
   initializeWebView(result_);
+}
+
+void TorrentWebViewController::openAgain() {
+  const auto self = shared_from_this();
+  std::optional<Fetched> fetched = fetchDetails(url());
+  if (!fetched || isRemoved()) {
+    return;
+  }
+  take(*std::move(fetched));
+  stackCounter_ = 0;
+  hasPrevious_ = false;
+  // The page may have a movie now.
+  viewDidLoad();
 }
 
 void TorrentWebViewController::initializeWebView(std::optional<std::string> html) {
@@ -89,6 +137,18 @@ void TorrentWebViewController::viewDidLoad() {
 void TorrentWebViewController::sendTorrent() {
   if (torrent_) {
     target()->send(*torrent_);
+  }
+}
+
+void TorrentWebViewController::didTapMagnetLink(const QString& link) {
+  if (torrent_) {
+    Torrent tapped = *torrent_;
+    tapped.downloadUrl = escaped(link);
+    // On a page that this one led to, it is another torrent's.
+    if (!myWebView()->isShowingText()) {
+      tapped.name = nameOfMagnet(tapped.downloadUrl);
+    }
+    target()->send(tapped);
   }
 }
 

@@ -6,8 +6,6 @@
 
 namespace veltramoor {
 
-class HttpRequestRegExDetails;
-
 /// Its back button leads through the web view's history, and past that once more to the page it was
 /// opened for.
 class TorrentWebViewController final : public veltramoor::WebViewController {
@@ -27,6 +25,9 @@ class TorrentWebViewController final : public veltramoor::WebViewController {
   void goBack() override;
   void webViewDidFinishLoad() override;
   void didFailLoadWithError(const QString& error) override;
+  /// Sends what the link leads to, as the toolbar sends the torrent: under this torrent's name or,
+  /// on a page that this torrent's led to, under the link's own.
+  void didTapMagnetLink(const QString& link) override;
   void didTapImdbButton();
 
   /// The torrent's page in the movie database.
@@ -36,9 +37,13 @@ class TorrentWebViewController final : public veltramoor::WebViewController {
 
  private:
   TorrentWebViewController(const std::optional<Url>& url, int tag,
-                           std::shared_ptr<OpeningList> target, std::optional<Torrent> torrent,
-                           const HttpRequestRegExDetails* page);
+                           std::shared_ptr<OpeningList> target, std::optional<Torrent> torrent);
 
+  /// The page that has come, or why none has.
+  struct Fetched;
+  [[nodiscard]] static std::optional<Fetched> fetchDetails(const std::optional<Url>& url);
+  void take(Fetched fetched);
+  void openAgain() override;
   void updateButtons();
   void sendTorrent();
 

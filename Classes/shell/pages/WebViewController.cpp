@@ -3,6 +3,7 @@
 #include <QTimer>
 #include <utility>
 
+#include "platform/FailureWords.h"
 #include "platform/SiteConfiguration.h"
 #include "shell/pages/OpeningList.h"
 #include "site/HttpRequest.h"
@@ -54,7 +55,15 @@ void WebViewController::show(WebPage& page, const std::optional<std::string>& ht
     return;
   }
   const QString where = url_ ? QString::fromStdString(url_->withoutCredentials()) : tr("The page");
-  page.showError(tr("%1 could not be loaded. Check the connection.").arg(where));
+  TransferFailure failure = failure_.value_or(TransferFailure());
+  if (!failure_ && !url_) {
+    // Nothing was asked, as while no client is set up.
+    failure.kind = TransferFailureKind::NoAddress;
+  }
+  const QString why =
+      failure_ || !url_ ? QString::fromStdString(sentenceOf(failure)) : tr("Check the connection.");
+  // Not by one template: an address may hold what looks like a place in it.
+  page.showError(tr("%1 could not be loaded.").arg(where) + QLatin1Char(' ') + why);
   didFailLoadWithError(page.error());
 }
 
@@ -142,6 +151,20 @@ void WebViewController::loadRequest(const QUrl& url) {
   }
 }
 
+void WebViewController::tryAgain() {
+  if (myWebView_ == nullptr || myWebView_->error().isEmpty()) {
+    return;
+  }
+  showLoading(0);
+  if (const QUrl failed = myWebView_->failedUrl(); !failed.isEmpty()) {
+    myWebView_->loadUrl(failed);
+    return;
+  }
+  // One tap is enough: what it asks for may take its time.
+  myWebView_->showError({});
+  openAgain();
+}
+
 bool WebViewController::shouldStartLoadWithRequest(const QUrl&, int) { return true; }
 
 void WebViewController::webViewDidStartLoad() {
@@ -219,9 +242,11 @@ void WebViewController::fetch(const std::optional<Url>& url, HttpRequestClass cl
 
 FetchPageGeneric::Completion WebViewController::delivery() {
   ++fetches_;
-  return [self = sharedController(this), of = generation_](std::optional<std::string> html) {
+  return [self = sharedController(this), of = generation_](std::optional<std::string> html,
+                                                           std::optional<TransferFailure> failure) {
     --self->fetches_;
     if (!self->isRemoved() && of == self->generation_) {
+      self->failure_ = std::move(failure);
       self->initializeWebView(std::move(html));
     }
   };

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/OperationQueue.h"
+#include "platform/TransferFailure.h"
 #include "platform/Url.h"
 #include "shell/overlay/Wait.h"
 #include "site/FetchPageGeneric.h"
@@ -48,6 +49,9 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   void goForward();
   /// Shows the page at `url` in place of the present one.
   virtual void loadRequest(const QUrl& url);
+  /// Once a load has failed: asks for that address again or, when it was the page that this screen
+  /// is for, for that one as the screen's opening did.
+  Q_INVOKABLE void tryAgain();
 
   // WebPageDelegate
   bool shouldStartLoadWithRequest(const QUrl& url, int navigationType) override;
@@ -76,9 +80,13 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   void loadEnded(bool good);
 
  protected:
+  /// Asks anew for the page that this screen is for. By itself, a screen has only what it was
+  /// given.
+  virtual void openAgain() { initializeWebView(result_); }
   /// The web view with no page in it yet, in place of an earlier one.
   WebPage& makeWebView(bool handset = false, const QString& profileKey = {});
-  /// Loads `html` into `page`; says what failed in the page's place when there is none.
+  /// Loads `html` into `page`; says what failed in the page's place when there is none, and why as
+  /// far as `failure_` knows.
   void show(WebPage& page, const std::optional<std::string>& html, const std::optional<Url>& base);
   /// The shared overlay is left alone while another screen is on show.
   void showLoading(int offset);
@@ -111,6 +119,8 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   [[nodiscard]] static std::optional<Url> siteHomeUrl();
 
   std::optional<std::string> result_;
+  // Why there is no `result_`.
+  std::optional<TransferFailure> failure_;
   // Whether the list that opened this screen takes no taps until its page is there.
   bool targetWaits_ = false;
   // Whether the page is to be fetched again: leaving cut its load short, or a logout dropped it.

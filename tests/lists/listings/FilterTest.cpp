@@ -130,9 +130,12 @@ TEST(FilterStoreTest, KeepsOrderDuplicatesAndEmptyTexts) {
   for (const char* regex : {"b", " a ", "", "b"}) {
     EXPECT_TRUE(FilterStore::append(regex));
   }
-  EXPECT_TRUE(FilterStore::remove(0));
-  EXPECT_FALSE(FilterStore::remove(3));
+  EXPECT_TRUE(FilterStore::remove(0, "b"));
   EXPECT_EQ(store.array("Veltramoor_filters"), (std::vector<std::string>{" a ", "", "b"}));
+  // Read before that, the last one was the fourth, and " a " another than the first.
+  EXPECT_TRUE(FilterStore::remove(3, "b"));
+  EXPECT_TRUE(FilterStore::remove(0, "c"));
+  EXPECT_EQ(store.array("Veltramoor_filters"), (std::vector<std::string>{" a ", ""}));
   Preferences::setSharedInstance(nullptr);
 }
 

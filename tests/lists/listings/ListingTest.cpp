@@ -9,6 +9,7 @@
 #include "demo/DemoSite.h"
 #include "lists/listings/FavoriteFetching.h"
 #include "lists/listings/FavoriteListing.h"
+#include "lists/listings/MagnetAddress.h"
 #include "lists/listings/RecentListing.h"
 #include "lists/listings/SearchListing.h"
 #include "lists/listings/SiteCodes.h"
@@ -195,6 +196,27 @@ TEST_F(ListingTest, FavouritesComeInBatchesThatSkipAPage) {
   store_.setString(PreferencesKeys::recentSortBy, "asc");
   store_.setString(PreferencesKeys::favoriteCategory, "207");
   EXPECT_EQ(target(favorites.pageUrl(3)), "/browse/207/3/3");
+}
+
+TEST_F(ListingTest, LinksAreSentAsTheyStandUnlessTheSiteWritesEntities) {
+  struct Case {
+    const char* link;
+    const char* decoded;
+  };
+  for (const Case& one : {Case{"magnet:?a&amp;b&amp;c", "magnet:?a&b&c"},
+                          Case{"magnet:?a&amp;amp;b&c&#38;d", "magnet:?a&amp;b&c&#38;d"},
+                          Case{"magnet:?a", "magnet:?a"}, Case{"no url", ""}}) {
+    Torrent torrent;
+    torrent.downloadUrl = one.link;
+    for (const std::string mode : {"keep", "decode"}) {
+      SiteConfiguration configuration;
+      configuration.magnetEntities = mode;
+      SiteConfiguration::setCurrent(configuration);
+      const std::string expected = mode == "keep" && *one.decoded != 0 ? one.link : one.decoded;
+      const auto address = sendAddress(torrent.downloadUrl);
+      EXPECT_EQ(address ? address->absoluteString() : "", expected) << mode;
+    }
+  }
 }
 
 // Ten threads fetch; pages arrive in their order whoever was first, and a failed one is counted.

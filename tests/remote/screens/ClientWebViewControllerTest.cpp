@@ -66,9 +66,20 @@ TEST_F(ClientWebViewControllerTest, AsATestOfTheSettingsItHasABarAndSaysHowItWen
   ASSERT_TRUE(waitForLoads(1));
   EXPECT_EQ(app.alert().title(), QStringLiteral("Connection with server failed."));
   EXPECT_FALSE(isOverlayShown());
-  EXPECT_EQ(
-      app.item("webError")->property("text").toString().toStdString(),
-      "http://127.0.0.1:" + port + "/transmission/web/ could not be loaded. Check the connection.");
+  EXPECT_EQ(app.item("webError")->property("text").toString().toStdString(),
+            "http://127.0.0.1:" + port +
+                "/transmission/web/ could not be loaded. 127.0.0.1 refuses connections at port " +
+                port + ".");
+}
+
+TEST_F(ClientWebViewControllerTest, WithoutAClientItSaysThatThereIsNoAddress) {
+  const auto screen = std::make_shared<ClientWebViewController>(
+      std::nullopt, ClientWebViewController::OpenedFrom::TabBar);
+  watch(*screen);
+  Application app(std::make_shared<NavigationController>(screen));
+  ASSERT_TRUE(waitForLoads(1));
+  EXPECT_EQ(app.item("webError")->property("text").toString(),
+            QStringLiteral("The page could not be loaded. There is no valid address."));
 }
 
 TEST_F(ClientWebViewControllerTest, ItStaysAtItsServer) {

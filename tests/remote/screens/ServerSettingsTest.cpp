@@ -1,11 +1,15 @@
 // The remote settings screen: what it stores and when, by itself and in the real window.
+#include <QAbstractItemModelTester>
 #include <QAccessible>
 
 #include "remote/BitClient.h"
 #include "remote/ServerInfo.h"
 #include "remote/screens/ServerSettingsViewController.h"
 #include "support/Application.h"
+#include "support/FileStore.h"
+#include "support/RawServer.h"
 #include "support/ScreenTest.h"
+#include "support/TransmissionDaemon.h"
 
 namespace veltramoor {
 namespace {
@@ -66,6 +70,98 @@ TEST_F(ServerSettingsTest, ChoosingAClientResetsThePort) {
   screen.viewWillDisappear();
   screen.appear();
   EXPECT_EQ(screen.serverClient()->selectedSegment(), 2) << "it loads once";
+}
+
+// The segment tells of itself even when it is tapped again.
+TEST_F(ServerSettingsTest, TheChosenClientKeepsItsTypedPort) {
+  store("Client", "Transmission");
+  store("Port", "1234");
+  ServerSettingsViewController screen;
+  screen.appear();
+  screen.serverClient()->choose(1);
+  EXPECT_EQ(screen.serverPort()->text(), QStringLiteral("1234"));
+  EXPECT_EQ(stored("Port"), "1234");
+}
+
+TEST_F(ServerSettingsTest, FindsOutWhatFailsStepByStep) {
+  const VeltramoorAppDelegate delegate;
+  const std::string closed = std::to_string(test::freePort());
+  store("Client", "Transmission");
+  store("Address", "127.0.0.1");
+  store("Port", closed.c_str());
+  const auto screen = std::make_shared<ServerSettingsViewController>();
+  DiagnosisModel& found = *screen->diagnosis();
+  const QAbstractItemModelTester tester(&found);
+  screen->appear();
+  screen->diagnose();
+  EXPECT_TRUE(found.isRunning());
+  EXPECT_FALSE(screen->diagnoseButton()->isEnabled());
+  ASSERT_TRUE(waitFor([&] { return !found.isRunning(); }));
+  EXPECT_EQ(found.steps().back().step, RemoteStep::Port);
+  EXPECT_FALSE(found.lastIsOk());
+  EXPECT_TRUE(found.verdict().contains(QString::fromStdString(closed)));
+  EXPECT_TRUE(screen->diagnoseButton()->isEnabled());
+
+  // What was found is of settings that are being changed.
+  screen->serverPort()->becomeFirstResponder();
+  screen->serverPort()->setText(QStringLiteral("1"));
+  EXPECT_EQ(found.count(), 0);
+
+  const test::TransmissionDaemon daemon;
+  screen->serverPort()->setText(QString::fromStdString(daemon.port()));
+  screen->diagnose();
+  EXPECT_EQ(stored("Port"), daemon.port()) << "what is still being edited counts";
+  ASSERT_TRUE(waitFor([&] { return !found.isRunning(); }));
+  EXPECT_TRUE(found.lastIsOk()) << found.verdict().toStdString();
+  EXPECT_EQ(found.count(), 7);
+}
+
+// A run that was overtaken ends at once and says nothing any more.
+TEST_F(ServerSettingsTest, ADiagnosisThatHangsMakesWay) {
+  const VeltramoorAppDelegate delegate;
+  const test::RawServer hangs([](const test::RecordedRequest&) { return test::RawReply::hang(); });
+  store("Client", "Transmission");
+  store("Address", "127.0.0.1");
+  store("Port", std::to_string(hangs.port()).c_str());
+  auto screen = std::make_shared<ServerSettingsViewController>();
+  screen->appear();
+  screen->diagnose();
+  ASSERT_TRUE(hangs.waitForHits(1));
+  const test::TransmissionDaemon daemon;
+  store("Port", daemon.port().c_str());
+  screen->diagnose();
+  ASSERT_TRUE(waitFor([&] { return !screen->diagnosis()->isRunning(); }));
+  EXPECT_TRUE(screen->diagnosis()->lastIsOk());
+  EXPECT_EQ(screen->diagnosis()->count(), 7);
+}
+
+TEST_F(ServerSettingsTest, WhatTheStoreRefusesGivesWayToWhatIsStored) {
+  test::FileStore file;
+  ServerSettingsViewController screen;
+  screen.appear();
+  const auto type = [](TextField* field, const char* text) {
+    field->becomeFirstResponder();
+    field->setText(QLatin1String(text));
+    field->resignFirstResponder();
+  };
+  screen.serverClient()->choose(1);
+  type(screen.serverAddress(), "nas");
+  type(screen.serverPassword(), "secret");
+  {
+    const test::FullDisk fullDisk;
+    screen.serverClient()->choose(2);
+    type(screen.serverAddress(), "other");
+    type(screen.serverPort(), "7");
+    type(screen.serverUser(), "me");
+    type(screen.serverPassword(), "word");
+  }
+  EXPECT_EQ(screen.serverClient()->selectedSegment(), 1);
+  EXPECT_EQ(screen.serverDescription().toStdString(),
+            BitClient::classNamed("Transmission")->defaultDescription);
+  EXPECT_EQ(screen.serverAddress()->text(), QStringLiteral("nas"));
+  EXPECT_EQ(screen.serverPort()->text(), QStringLiteral("9091"));
+  EXPECT_EQ(screen.serverUser()->text(), QString());
+  EXPECT_EQ(screen.serverPassword()->text(), QStringLiteral("secret"));
 }
 
 // The keyboard comes for the field being edited; later ones do not scroll while it is there.

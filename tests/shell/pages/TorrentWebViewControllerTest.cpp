@@ -169,9 +169,13 @@ TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks
         std::string(5000, 'x'));
   });
   const std::string gone = "127.0.0.1:" + std::to_string(test::freePort());
+  configuration_.forumHost = broken.hostAndPort();
+  configuration_.movieDatabaseHost = gone;
+  SiteConfiguration::setCurrent(configuration_);
   pages_.set(
       "/torrent/1/a",
-      detailsPage("<p><a id=gone href=\"http://u:secret@" + gone +
+      detailsPage("<div style='width: 1200px'>wide</div><p><a id=gone href=\"http://u:secret@" +
+                  gone +
                   "/x?key=1\">x</a></p><p><a id=next href=/two>2</a></p><p><a id=half href=\"" +
                   broken.url() + "\">half</a></p>"));
   pages_.set("/two", "<title>Two</title><a id=gone href=\"http://" + gone + "/x\">x</a>");
@@ -179,6 +183,9 @@ TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks
   ASSERT_TRUE(app.waitForRows(30));
   TorrentWebViewController* screen = open(app);
   ASSERT_TRUE(waitForLoads(1));
+  const auto zoom = [&app] { return app.item("webView")->property("zoomFactor").toDouble(); };
+  ASSERT_TRUE(waitFor([&] { return zoom() < 0.9; })) << "a wide page is drawn smaller";
+  const double fitting = zoom();
   tap(app, *screen, "gone");
   ASSERT_TRUE(waitForLoads(2));
   EXPECT_FALSE(lastGood_);
@@ -189,6 +196,7 @@ TEST_F(TorrentWebViewControllerTest, AFailedLoadSaysWhatFailedAndTheWayBackWorks
   app.click(app.item("webPreviousButton"));
   EXPECT_FALSE(app.item("webError")->isVisible());
   EXPECT_EQ(valueOf(*screen, "document.title"), "Details");
+  EXPECT_EQ(zoom(), fitting);
   EXPECT_FALSE(screen->backButton()->isEnabled());
   tap(app, *screen, "next");
   ASSERT_TRUE(waitForLoads(3));
@@ -276,6 +284,59 @@ TEST_F(TorrentWebViewControllerTest, AServerThatHangsCanBeGivenUpOn) {
   EXPECT_GE(waited.elapsed(), 2500) << "the first tap meant a row";
   EXPECT_LT(waited.elapsed(), 20'000);
   EXPECT_EQ(hint, QStringLiteral("Tap to stop waiting"));
+}
+
+TEST_F(TorrentWebViewControllerTest, ATappedMagnetLinkIsSentUnderTheTorrentsName) {
+  pages_.set("/frame",
+             "<a href='magnet:?xt=frame' onclick=\"parent.tapped = 'frame'\" "
+             "style='font-size:80px'>magnet</a><script>document.links[0].click()</script>");
+  pages_.set(
+      "/torrent/1/a",
+      detailsPage(
+          "<script>var tapped = ''; addEventListener('click', e => { if "
+          "(e.isTrusted) tapped = e.target.id })</script><p><a id=magnet "
+          "href=\"magnet:?xt=urn:btih:tapped&dn=a|b c%\"><b id=inner>get</b></a></p>"
+          "<p><b id=script onclick=\"document.getElementById('magnet').click()\">s"
+          "</b></p><a href='magnet:?xt=label'><input id=box type=checkbox></a><label id=label "
+          "for=box></label><iframe id=frame src=/frame></iframe><p><a id=blank target=_blank "
+          "href=\"magnet:?xt=urn:btih:second\">new window</a></p>"));
+  const RawServer client([](const test::RecordedRequest&) { return RawServer::response(200); });
+  sendTo(client);
+  const auto sent = [&client] {
+    std::vector<std::string> links;
+    for (const test::RecordedRequest& request : client.requests()) {
+      if (const auto at = request.body.find("magnet:"); at != std::string::npos) {
+        links.push_back(request.body.substr(at, request.body.find('"', at) - at));
+      }
+    }
+    return links;
+  };
+  Application app;
+  ASSERT_TRUE(app.waitForRows(30));
+  AllListViewController& list = app.list();
+  TorrentWebViewController* screen = open(app);
+  ASSERT_TRUE(waitForLoads(1));
+  valueOf(*screen, "document.getElementById('label').click(); 0");
+  valueOf(*screen, "document.getElementById('magnet').click(); location = 'magnet:?xt=script'; 0");
+  ASSERT_TRUE(waitForLoads(2)) << "the engine has begun and given up what the script asked for";
+  for (const char* id : {"script", "frame"}) {
+    ASSERT_TRUE(tapUntilHeard(app, *screen, id)) << id;
+  }
+  const int loads = loads_;
+  tap(app, *screen, "inner");
+  ASSERT_TRUE(waitFor([&] { return list.rows()->torrents()->front().isDownloaded; }));
+  EXPECT_TRUE(app.item("webDownloadButtonMark")->isVisible());
+  ASSERT_TRUE(tapUntilHeard(app, *screen, "blank"));
+  ASSERT_TRUE(waitFor([&] { return DownloadHistory::names().size() == 2; }));
+  EXPECT_EQ(sent(), (std::vector<std::string>{"magnet:?xt=urn:btih:tapped&dn=a%7Cb%20c%25",
+                                              "magnet:?xt=urn:btih:second"}))
+      << "nothing but what was tapped";
+  EXPECT_EQ(DownloadHistory::names(), (std::vector<std::string>{"Name 0", "Name 0"}));
+  EXPECT_EQ(loads_, loads);
+  EXPECT_FALSE(screen->myWebView()->canGoBack());
+  EXPECT_FALSE(screen->myWebView()->canGoForward());
+  EXPECT_EQ(valueOf(*screen, "document.title + history.length"), "Details1");
+  EXPECT_FALSE(app.item("webError")->isVisible());
 }
 
 // A refresh that was under way when the torrent was opened has replaced the rows since.

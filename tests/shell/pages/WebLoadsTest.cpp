@@ -103,24 +103,39 @@ TEST_F(WebLoadsTest, AForumPageThatLeadsAwayWhileItLoadsStaysInTheEnd) {
 // The engine speaks of a stopped load when the next one is under way already.
 TEST_F(WebLoadsTest, ALoadThatMakesWayDoesNotEndTheOneAfterIt) {
   const RawServer slow([](const test::RecordedRequest&) { return test::RawReply::hang(); });
+  configuration_.movieDatabaseHost = slow.hostAndPort();
+  SiteConfiguration::setCurrent(configuration_);
   const auto screen = std::make_shared<WebViewController>(std::nullopt, nullptr);
   Application app(std::make_shared<NavigationController>(screen));
   screen->initializeWebView("<title>t</title>");
   watch(*screen);
   ASSERT_TRUE(waitForLoads(1));
-  const auto load = [&](const char* path, std::size_t hits) {
-    screen->loadRequest(QUrl(QString::fromStdString(slow.url(path))));
-    EXPECT_TRUE(waitFor([&] { return slow.hits() == hits; }));
-    // What the engine still has to say of the one before.
-    QTest::qWait(200);
+  int loads = 1;
+  // However far the one before has come: asked for, begun, or at the server.
+  for (const int turns : {0, 1, 2, 5, 20, -1}) {
+    SCOPED_TRACE(turns);
+    for (const char* path : {"/early", "/late"}) {
+      const std::string target = path + std::to_string(turns);
+      screen->loadRequest(QUrl(QString::fromStdString(slow.url(target))));
+      for (int turn = 0; turn < turns; ++turn) {
+        QCoreApplication::processEvents();
+      }
+      EXPECT_TRUE((turns >= 0 && target.starts_with("/early")) ||
+                  waitFor([&] { return slow.hits(target) == 1; }));
+    }
     EXPECT_TRUE(isOverlayShown());
     EXPECT_TRUE(screen->myWebView()->isLoading());
-  };
-  load("/1", 1);
-  load("/2", 2);
-  EXPECT_EQ(loads_, 2) << "the first load of the two has ended, once";
-  screen->viewWillDisappear();
-  EXPECT_EQ(loads_, 3);
+    screen->myWebView()->stop();
+    EXPECT_EQ(loads_, loads += 2) << "each has ended, once";
+  }
+  // A page that is there ends its load as well.
+  pages_.set("/x", "<title>x</title>");
+  screen->loadRequest(QUrl(QString::fromStdString(slow.url("/last"))));
+  screen->loadRequest(QUrl(QString::fromStdString(pages_.url("/x"))));
+  EXPECT_TRUE(waitForValue(*screen, "document.title", "x"));
+  EXPECT_TRUE(waitFor([] { return !isOverlayShown(); }));
+  EXPECT_EQ(loads_, loads + 2);
+  EXPECT_TRUE(lastGood_);
 }
 
 // A tap opens the link that it meets, and nothing that a script makes of it.

@@ -164,7 +164,8 @@ TEST_F(WebScreensTest, TheSiteIsFetchedOnEveryVisitAndShowsThreeMegabytes) {
   ASSERT_TRUE(waitForLoads(3));
   EXPECT_FALSE(isOverlayShown());
   EXPECT_EQ(app.item("webError")->property("text").toString(),
-            QStringLiteral("http://127.0.0.1:1/ could not be loaded. Check the connection."));
+            QStringLiteral("http://127.0.0.1:1/ could not be loaded. 127.0.0.1 refuses connections "
+                           "at port 1."));
 }
 
 TEST_F(WebScreensTest, APageReachesNothingOutsideItself) {
