@@ -17,7 +17,7 @@ std::optional<int> wholeNumber(std::string_view text, int least, int most) {
   return isNumber && number >= least && number <= most ? std::optional(number) : std::nullopt;
 }
 
-CLI::Validator wholeNumbers(int least, int most) {
+ArgumentCheck wholeNumbers(int least, int most) {
   return {[least, most](std::string& value) {
             const std::optional<int> number = wholeNumber(value, least, most);
             if (!number) {
@@ -26,12 +26,12 @@ CLI::Validator wholeNumbers(int least, int most) {
             value = std::to_string(*number);
             return std::string();
           },
-          "", kTakes};
+          true, "INT"};
 }
 
-CLI::Validator pageNumbers() { return wholeNumbers(0, 1'000'000); }
+ArgumentCheck pageNumbers() { return wholeNumbers(0, 1'000'000); }
 
-CLI::Validator rowNumbers() { return wholeNumbers(1, 1'000'000); }
+ArgumentCheck rowNumbers() { return wholeNumbers(1, 1'000'000); }
 
 std::string listed(const std::vector<std::string>& words) {
   std::string text;
@@ -41,15 +41,15 @@ std::string listed(const std::vector<std::string>& words) {
   return text;
 }
 
-CLI::Validator oneOf(const std::vector<std::string>& words) {
+ArgumentCheck oneOf(const std::vector<std::string>& words) {
   return {[words](std::string& value) {
             return std::ranges::find(words, value) != words.end() ? std::string()
                                                                   : "takes " + listed(words);
           },
-          "", kTakes};
+          true};
 }
 
-CLI::Validator oneOf(const std::vector<SettingChoice>& choices) {
+ArgumentCheck oneOf(const std::vector<SettingChoice>& choices) {
   return {[choices](std::string& value) {
             std::vector<std::string> names;
             bool hasCodes = false;
@@ -63,10 +63,10 @@ CLI::Validator oneOf(const std::vector<SettingChoice>& choices) {
             }
             return "takes " + listed(names) + (hasCodes ? ", or the site's code" : "");
           },
-          "", kTakes};
+          true};
 }
 
-CLI::Validator categoryCodes() {
+ArgumentCheck categoryCodes() {
   return {[](std::string& value) {
             std::string words = "takes ";
             for (const CategoryGroup& group : categoryTable()) {
@@ -80,14 +80,14 @@ CLI::Validator categoryCodes() {
             }
             return words + "or the code of a part of these, such as 101";
           },
-          "", kTakes};
+          true};
 }
 
-CLI::Validator utf8() {
+ArgumentCheck utf8() {
   return {[](const std::string& value) {
             return std::string(isValidUtf8(value) ? "" : "is not text in UTF-8");
           },
-          "", "UTF-8"};
+          false};
 }
 
 }  // namespace veltramoor::cli

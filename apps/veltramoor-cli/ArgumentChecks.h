@@ -1,38 +1,35 @@
 // Checks on arguments that can say in words what they take.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "CommandTable.h"
 #include "lists/listings/SiteCodes.h"
 
 namespace veltramoor::cli {
 
-/// The name of those checks that refuse an empty value with what the option takes: "takes date or
-/// size".
-inline constexpr const char* kTakes = "takes";
 /// The number that `text` is, decimal digits and nothing else; absent for any other text and for a
 /// number outside of `least` to `most`.
 [[nodiscard]] std::optional<int> wholeNumber(std::string_view text, int least, int most);
 /// Takes the whole numbers from `least` to `most`; as a transformation hands them on without
 /// leading zeros, which would make other numbers of them.
-[[nodiscard]] CLI::Validator wholeNumbers(int least, int most);
+[[nodiscard]] ArgumentCheck wholeNumbers(int least, int most);
 /// Takes the numbers of pages, which count from 0.
-[[nodiscard]] CLI::Validator pageNumbers();
+[[nodiscard]] ArgumentCheck pageNumbers();
 /// Takes the numbers of rows, which count from 1.
-[[nodiscard]] CLI::Validator rowNumbers();
+[[nodiscard]] ArgumentCheck rowNumbers();
 /// "a, b or c".
 [[nodiscard]] std::string listed(const std::vector<std::string>& words);
 /// Takes one of `words`.
-[[nodiscard]] CLI::Validator oneOf(const std::vector<std::string>& words);
+[[nodiscard]] ArgumentCheck oneOf(const std::vector<std::string>& words);
 /// Takes a choice's name, in any case of letters, or its code; a transformation, to the code.
-[[nodiscard]] CLI::Validator oneOf(const std::vector<SettingChoice>& choices);
+[[nodiscard]] ArgumentCheck oneOf(const std::vector<SettingChoice>& choices);
 /// Takes the site's category codes.
-[[nodiscard]] CLI::Validator categoryCodes();
+[[nodiscard]] ArgumentCheck categoryCodes();
 /// Refuses a value that is not UTF-8: no file, screen or remote client could take it.
-[[nodiscard]] CLI::Validator utf8();
+[[nodiscard]] ArgumentCheck utf8();
 
 }  // namespace veltramoor::cli

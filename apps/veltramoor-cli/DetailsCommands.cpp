@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "ArgumentChecks.h"
-#include "Commands.h"
+#include "CommandTable.h"
 #include "ListOutput.h"
 #include "PageFetch.h"
 #include "PageText.h"
@@ -72,16 +72,15 @@ int details(const DetailsArguments& arguments, bool json) {
 
 }  // namespace
 
-void addDetailsCommands(CLI::App& app, Commands& commands) {
-  CLI::App* command = app.add_subcommand("details", "Read a torrent's page");
+Commands detailsCommands() {
   const auto arguments = std::make_shared<DetailsArguments>();
-  command->add_option("row", arguments->row, "Row number (from 1) of a recent page")
-      ->required()
-      ->transform(rowNumbers());
-  command->add_option("--page", arguments->page, "Page of the row, from 0")
-      ->transform(pageNumbers());
-  commands.push_back(
-      {command, [arguments](Terminal&, bool json) { return details(*arguments, json); }});
+  return {{"details",
+           "Read a torrent's page",
+           {{"row", "Row number (from 1) of a recent page", into(arguments, &DetailsArguments::row),
+             rowNumbers(), Argument::Kind::Required},
+            {"--page", "Page of the row, from 0", into(arguments, &DetailsArguments::page),
+             pageNumbers()}},
+           [arguments](Terminal&, bool json) { return details(*arguments, json); }}};
 }
 
 }  // namespace veltramoor::cli

@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ArgumentChecks.h"
-#include "Commands.h"
+#include "CommandTable.h"
 #include "ListOutput.h"
 #include "lists/listings/FavoriteFetching.h"
 #include "lists/listings/FilterStore.h"
@@ -18,6 +18,11 @@ namespace {
 struct FavoritesArguments {
   std::optional<std::string> category;
   int pages = 5;
+};
+
+struct FilterArguments {
+  std::string regex;
+  int number = 0;
 };
 
 // What stands between the person and a full list, a line each.
@@ -129,36 +134,33 @@ int removeFilter(int number, bool json) {
 
 }  // namespace
 
-void addFavoriteCommands(CLI::App& app, Commands& commands) {
-  CLI::App* listing = app.add_subcommand("favourites", "List recent torrents that pass a filter");
-  const auto arguments = std::make_shared<FavoritesArguments>();
-  listing
-      ->add_option("--category", arguments->category,
-                   "Category code of the site; all, when none is given")
-      ->check(categoryCodes());
-  listing
-      ->add_option("--pages", arguments->pages, "How many pages to look through; 5, when not given")
-      ->transform(wholeNumbers(1, 500));
-  commands.push_back({listing, [arguments](Terminal& terminal, bool json) {
-                        return favorites(terminal, *arguments, json);
-                      }});
-
-  CLI::App* filters =
-      app.add_subcommand("filters", "The favourite filters")->require_subcommand(0, 1);
-  const auto regex = std::make_shared<std::string>();
-  CLI::App* add = filters->add_subcommand("add", "Add a filter");
-  add->add_option("REGEX", *regex, "Regular expression that wanted names match")
-      ->required()
-      ->check(utf8());
-  const auto number = std::make_shared<int>();
-  CLI::App* remove = filters->add_subcommand("remove", "Remove a filter");
-  remove->add_option("N", *number, "Its number in the list")->required()->transform(rowNumbers());
-  filters->add_subcommand("list", "List the filters");
-  // The first command that was given is run: those beneath come before the one without any.
-  commands.push_back({add, [regex](Terminal&, bool json) { return addFilter(*regex, json); }});
-  commands.push_back(
-      {remove, [number](Terminal&, bool json) { return removeFilter(*number, json); }});
-  commands.push_back({filters, [](Terminal&, bool json) { return listFilters(json); }});
+Commands favoriteCommands() {
+  const auto listed = std::make_shared<FavoritesArguments>();
+  const auto added = std::make_shared<FilterArguments>();
+  const auto removed = std::make_shared<FilterArguments>();
+  return {
+      {"favourites",
+       "List recent torrents that pass a filter",
+       {{"--category", "Category code of the site; all, when none is given",
+         into(listed, &FavoritesArguments::category), categoryCodes()},
+        {"--pages", "How many pages to look through; 5, when not given",
+         into(listed, &FavoritesArguments::pages), wholeNumbers(1, 500)}},
+       [listed](Terminal& terminal, bool json) { return favorites(terminal, *listed, json); }},
+      {"filters",
+       "The favourite filters",
+       {},
+       [](Terminal&, bool json) { return listFilters(json); },
+       {{"add",
+         "Add a filter",
+         {{"REGEX", "Regular expression that wanted names match",
+           into(added, &FilterArguments::regex), utf8(), Argument::Kind::Required}},
+         [added](Terminal&, bool json) { return addFilter(added->regex, json); }},
+        {"remove",
+         "Remove a filter",
+         {{"N", "Its number in the list", into(removed, &FilterArguments::number), rowNumbers(),
+           Argument::Kind::Required}},
+         [removed](Terminal&, bool json) { return removeFilter(removed->number, json); }},
+        {"list", "List the filters", {}, [](Terminal&, bool json) { return listFilters(json); }}}}};
 }
 
 }  // namespace veltramoor::cli

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "ArgumentChecks.h"
-#include "Commands.h"
+#include "CommandTable.h"
 #include "ListOutput.h"
 #include "PageFetch.h"
 #include "lists/listings/RecentListing.h"
@@ -119,49 +119,46 @@ int uploads(const ListArguments& arguments, bool json) {
 
 using Run = int (*)(const ListArguments& arguments, bool json);
 
-CLI::App* addList(CLI::App& app, Commands& commands, const char* name, const char* what,
-                  const ListingKeys& keys, Run run,
-                  const std::shared_ptr<ListArguments>& arguments) {
-  CLI::App* command = app.add_subcommand(name, what);
+using SharedArguments = std::shared_ptr<ListArguments>;
+
+/// A command over the listing that has `keys`; `more` are its own arguments.
+Command listCommand(const char* name, const char* description, const ListingKeys& keys, Run run,
+                    const SharedArguments& arguments = std::make_shared<ListArguments>(),
+                    std::vector<Argument> more = {}) {
+  std::vector<Argument> options = std::move(more);
   if (!keys.category.empty()) {
-    command
-        ->add_option("--category", arguments->category,
-                     "Category code of the site; all, when none is given")
-        ->check(categoryCodes());
+    options.push_back({"--category", "Category code of the site; all, when none is given",
+                       into(arguments, &ListArguments::category), categoryCodes()});
   }
   if (!keys.order.empty()) {
-    command
-        ->add_option("--order", arguments->order,
-                     "date, when none is given, size, seeders, leechers, or the site's code")
-        ->transform(oneOf(orderTable()));
-    command->add_option("--sort", arguments->sort, "desc, when none is given, or asc")
-        ->transform(oneOf(sortTable()));
-    command->add_option("--page", arguments->page, "First page, from 0")->transform(pageNumbers());
-    command->add_option("--pages", arguments->pages, "How many pages")
-        ->transform(wholeNumbers(1, 1000));
+    options.push_back({"--order",
+                       "date, when none is given, size, seeders, leechers, or the site's code",
+                       into(arguments, &ListArguments::order), oneOf(orderTable())});
+    options.push_back({"--sort", "desc, when none is given, or asc",
+                       into(arguments, &ListArguments::sort), oneOf(sortTable())});
+    options.push_back(
+        {"--page", "First page, from 0", into(arguments, &ListArguments::page), pageNumbers()});
+    options.push_back({"--pages", "How many pages", into(arguments, &ListArguments::pages),
+                       wholeNumbers(1, 1000)});
   }
-  commands.push_back({command, [run, arguments](Terminal&, bool json) {
-                        becomeAnonymous();
-                        return run(*arguments, json);
-                      }});
-  return command;
+  return {name, description, std::move(options), [run, arguments](Terminal&, bool json) {
+            becomeAnonymous();
+            return run(*arguments, json);
+          }};
 }
 
 }  // namespace
 
-void addListCommands(CLI::App& app, Commands& commands) {
-  const auto fresh = [] { return std::make_shared<ListArguments>(); };
-  addList(app, commands, "recent", "List the most recent torrents, of a category in any order",
-          RecentListing().keys(), recent, fresh());
-  const auto query = fresh();
-  addList(app, commands, "search", "List what the site finds", SearchListing().keys(), search,
-          query)
-      ->add_option("query", query->query, "What to look for")
-      ->check(utf8())
-      ->required();
-  addList(app, commands, "top", "List the 100 torrents with the most seeders",
-          Top100Listing().keys(), top, fresh());
-  addList(app, commands, "uploads", "List your uploads", UploadListing().keys(), uploads, fresh());
+Commands listCommands() {
+  const auto query = std::make_shared<ListArguments>();
+  return {listCommand("recent", "List the most recent torrents, of a category in any order",
+                      RecentListing().keys(), recent),
+          listCommand("search", "List what the site finds", SearchListing().keys(), search, query,
+                      {{"query", "What to look for", into(query, &ListArguments::query), utf8(),
+                        Argument::Kind::Required}}),
+          listCommand("top", "List the 100 torrents with the most seeders", Top100Listing().keys(),
+                      top),
+          listCommand("uploads", "List your uploads", UploadListing().keys(), uploads)};
 }
 
 }  // namespace veltramoor::cli

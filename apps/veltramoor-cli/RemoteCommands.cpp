@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ArgumentChecks.h"
-#include "Commands.h"
+#include "CommandTable.h"
 #include "PasswordPrompt.h"
 #include "platform/Preferences.h"
 #include "remote/BitClient.h"
@@ -114,24 +114,32 @@ int remoteTest(bool json) {
 
 }  // namespace
 
-void addRemoteCommands(CLI::App& app, Commands& commands) {
-  CLI::App* remote = app.add_subcommand("remote", "Your BitTorrent client")->require_subcommand(1);
-  CLI::App* set = remote->add_subcommand("set", "Say where it is");
+Commands remoteCommands() {
   const auto arguments = std::make_shared<RemoteArguments>();
-  set->add_option("--client", arguments->client, listed(kindNames()))->check(oneOf(kindNames()));
-  set->add_option("--address", arguments->address, "Host name or IP address")->check(utf8());
-  set->add_option("--port", arguments->port, "Port of its remote interface")
-      ->transform(wholeNumbers(1, 65535));
-  set->add_option("--user", arguments->user, "User name of its remote interface")->check(utf8());
-  set->add_flag("--password-stdin", arguments->passwordFromInput,
-                "Read the password from the first line of standard input")
-      ->disable_flag_override();
-  commands.push_back({set, [arguments](Terminal&, bool) { return remoteSet(*arguments); }});
-  commands.push_back({remote->add_subcommand("show", "Show where it is"),
-                      [](Terminal&, bool json) { return remoteShow(json); }});
-  commands.push_back(
-      {remote->add_subcommand("test", "Find out step by step whether it can be used"),
-       [](Terminal&, bool json) { return remoteTest(json); }});
+  return {{"remote",
+           "Your BitTorrent client",
+           {},
+           {},
+           {{"set",
+             "Say where it is",
+             {{"--client", listed(kindNames()), into(arguments, &RemoteArguments::client),
+               oneOf(kindNames())},
+              {"--address", "Host name or IP address", into(arguments, &RemoteArguments::address),
+               utf8()},
+              {"--port", "Port of its remote interface", into(arguments, &RemoteArguments::port),
+               wholeNumbers(1, 65535)},
+              {"--user", "User name of its remote interface",
+               into(arguments, &RemoteArguments::user), utf8()},
+              {"--password-stdin",
+               "Read the password from the first line of standard input",
+               into(arguments, &RemoteArguments::passwordFromInput),
+               {},
+               Argument::Kind::Flag}},
+             [arguments](Terminal&, bool) { return remoteSet(*arguments); }},
+            {"show", "Show where it is", {}, [](Terminal&, bool json) { return remoteShow(json); }},
+            {"test", "Find out step by step whether it can be used", {}, [](Terminal&, bool json) {
+               return remoteTest(json);
+             }}}}};
 }
 
 }  // namespace veltramoor::cli

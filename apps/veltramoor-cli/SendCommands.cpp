@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "ArgumentChecks.h"
-#include "Commands.h"
+#include "CommandTable.h"
 #include "ListOutput.h"
 #include "PageFetch.h"
 #include "Util/NSStringEscaping.h"
@@ -27,6 +27,11 @@ struct SendArguments {
   std::optional<std::string> name;
   /// The recent list's page that the row is on; absent: the last listing.
   std::optional<int> page;
+};
+
+struct HistoryArguments {
+  /// The entry to delete, counted from 1, the newest.
+  std::optional<int> deleted;
 };
 
 /// A torrent, and where it stood when that was a row.
@@ -171,11 +176,11 @@ int deleteFromHistory(const std::vector<std::string>& newestFirst, std::size_t r
   return kDone;
 }
 
-int history(const std::optional<std::size_t>& deleted, bool json) {
+int history(const std::optional<int>& deleted, bool json) {
   std::vector<std::string> names = DownloadHistory::names();
   std::ranges::reverse(names);
   if (deleted) {
-    return deleteFromHistory(names, *deleted, json);
+    return deleteFromHistory(names, static_cast<std::size_t>(*deleted), json);
   }
   if (json) {
     fmt::print("{}\n", jsonText(names, 2));
@@ -189,27 +194,23 @@ int history(const std::optional<std::size_t>& deleted, bool json) {
 
 }  // namespace
 
-void addSendCommands(CLI::App& app, Commands& commands) {
-  CLI::App* sending = app.add_subcommand("send", "Push a torrent to your BitTorrent client");
+Commands sendCommands() {
   const auto arguments = std::make_shared<SendArguments>();
-  sending
-      ->add_option("torrent", arguments->what,
-                   "Row number of what was listed last, from 1, or a magnet link")
-      ->required()
-      ->check(utf8());
-  sending->add_option("--name", arguments->name, "Name to remember a magnet link by")
-      ->check(utf8());
-  sending->add_option("--page", arguments->page, "Take the row of this recent page instead, from 0")
-      ->transform(pageNumbers());
-  commands.push_back({sending, [arguments](Terminal& terminal, bool json) {
-                        return send(terminal, *arguments, json);
-                      }});
-
-  CLI::App* sent = app.add_subcommand("history", "List what was sent, newest first");
-  const auto deleted = std::make_shared<std::optional<std::size_t>>();
-  sent->add_option("--delete", *deleted, "Delete this entry instead, counted from 1, the newest")
-      ->transform(rowNumbers());
-  commands.push_back({sent, [deleted](Terminal&, bool json) { return history(*deleted, json); }});
+  const auto kept = std::make_shared<HistoryArguments>();
+  return {{"send",
+           "Push a torrent to your BitTorrent client",
+           {{"torrent", "Row number of what was listed last, from 1, or a magnet link",
+             into(arguments, &SendArguments::what), utf8(), Argument::Kind::Required},
+            {"--name", "Name to remember a magnet link by", into(arguments, &SendArguments::name),
+             utf8()},
+            {"--page", "Take the row of this recent page instead, from 0",
+             into(arguments, &SendArguments::page), pageNumbers()}},
+           [arguments](Terminal& terminal, bool json) { return send(terminal, *arguments, json); }},
+          {"history",
+           "List what was sent, newest first",
+           {{"--delete", "Delete this entry instead, counted from 1, the newest",
+             into(kept, &HistoryArguments::deleted), rowNumbers()}},
+           [kept](Terminal&, bool json) { return history(kept->deleted, json); }}};
 }
 
 }  // namespace veltramoor::cli

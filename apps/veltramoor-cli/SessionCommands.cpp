@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "ArgumentChecks.h"
-#include "Commands.h"
+#include "CommandTable.h"
 #include "ListOutput.h"
 #include "PasswordPrompt.h"
 #include "platform/CookieStorage.h"
@@ -23,6 +23,10 @@ namespace veltramoor::cli {
 namespace {
 
 using Page = std::shared_ptr<HttpRequest>;
+
+struct LoginArguments {
+  std::string username;
+};
 
 template <typename Operation, typename... Arguments>
 Page exchange(Terminal& terminal, const std::string& address, Arguments&&... arguments) {
@@ -152,17 +156,17 @@ int logout() {
 
 }  // namespace
 
-void addSessionCommands(CLI::App& app, Commands& commands) {
-  CLI::App* signIn = app.add_subcommand(
-      "login", "Sign in to the site; the password is asked for, or read from standard input");
-  const auto username = std::make_shared<std::string>();
-  signIn->add_option("username", *username, "Your name at the site")->required()->check(utf8());
-  commands.push_back({signIn, [username](Terminal& terminal, bool json) {
-                        return login(terminal, *username, json);
-                      }});
-  commands.push_back(
-      {app.add_subcommand("logout", "End the session"), [](Terminal&, bool) { return logout(); }});
-  commands.push_back({app.add_subcommand("whoami", "Show who the site takes you for"), whoami});
+Commands sessionCommands() {
+  const auto arguments = std::make_shared<LoginArguments>();
+  return {{"login",
+           "Sign in to the site; the password is asked for, or read from standard input",
+           {{"username", "Your name at the site", into(arguments, &LoginArguments::username),
+             utf8(), Argument::Kind::Required}},
+           [arguments](Terminal& terminal, bool json) {
+             return login(terminal, arguments->username, json);
+           }},
+          {"logout", "End the session", {}, [](Terminal&, bool) { return logout(); }},
+          {"whoami", "Show who the site takes you for", {}, whoami}};
 }
 
 }  // namespace veltramoor::cli

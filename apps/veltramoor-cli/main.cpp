@@ -1,9 +1,5 @@
 // Veltramoor in a terminal: the same lists and sends, without a screen.
-#include <CLI/CLI.hpp>
-
-#include "Commands.h"
-#include "UsageProblem.h"
-#include "platform/Bundle.h"
+#include "CommandLine.h"
 #include "platform/ExchangeLog.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
@@ -14,45 +10,51 @@ namespace {
 using veltramoor::SiteConfiguration;
 namespace cli = veltramoor::cli;
 
-void addSiteOptions(CLI::App& app, SiteConfiguration& configuration) {
+struct Switches {
+  bool json = false;
+  bool verbose = false;
+};
+
+// The program, whose site options go into `configuration`.
+cli::Command programTable(SiteConfiguration& configuration,
+                          const std::shared_ptr<Switches>& switches) {
+  std::vector<cli::Argument> arguments;
   for (const auto& [name, field] : SiteConfiguration::keys()) {
-    app.add_option("--" + name, configuration.*field,
-                   "Overrides " + name + " of the configuration file")
-        ->check([key = name](const std::string& value) {
-          return std::string(SiteConfiguration::validationError(key, value));
-        });
+    arguments.push_back({"--" + name,
+                         "Overrides " + name + " of the configuration file",
+                         [&configuration, field = field](const std::string& value) {
+                           configuration.*field = value;
+                         },
+                         {[key = name](const std::string& value) {
+                           return std::string(SiteConfiguration::validationError(key, value));
+                         }}});
   }
+  arguments.push_back({"--json",
+                       "Print JSON",
+                       cli::into(switches, &Switches::json),
+                       {},
+                       cli::Argument::Kind::Flag});
+  arguments.push_back({"--verbose",
+                       "Print a line on each exchange to standard error",
+                       cli::into(switches, &Switches::verbose),
+                       {},
+                       cli::Argument::Kind::Flag});
+  return {"veltramoor-cli",
+          "Browse a torrent index and push torrents to your computer.",
+          std::move(arguments),
+          {},
+          cli::allCommands()};
 }
 
 int run(int argc, char** argv) {
-  CLI::App app{"Browse a torrent index and push torrents to your computer.", "veltramoor-cli"};
-  app.set_version_flag("--version", veltramoor::Bundle::version());
-  app.require_subcommand(1);
-  app.fallthrough();
-
   std::vector<std::string> problems;
   SiteConfiguration configuration =
       SiteConfiguration::load(SiteConfiguration::defaultFile(), &problems);
-  addSiteOptions(app, configuration);
-  bool json = false;
-  app.add_flag("--json", json, "Print JSON")->disable_flag_override();
-  bool verbose = false;
-  app.add_flag("--verbose", verbose, "Print a line on each exchange to standard error")
-      ->disable_flag_override();
-
-  cli::Commands commands;
-  cli::addListCommands(app, commands);
-  cli::addSessionCommands(app, commands);
-  cli::addSendCommands(app, commands);
-  cli::addFavoriteCommands(app, commands);
-  cli::addDetailsCommands(app, commands);
-  cli::addRemoteCommands(app, commands);
-
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return error.get_exit_code() == 0 ? app.exit(error)
-                                      : cli::fail(cli::kWrongUsage, cli::usageProblem(app, error));
+  const auto switches = std::make_shared<Switches>();
+  const cli::Command program = programTable(configuration, switches);
+  const cli::Request request = cli::readCommandLine(program, argc, argv);
+  if (request.command == nullptr) {
+    return request.status;
   }
   for (const std::string& problem : problems) {
     cli::noteLines(problem);
@@ -62,16 +64,11 @@ int run(int argc, char** argv) {
   if (const auto trouble = veltramoor::Preferences::sharedInstance().lastProblem()) {
     cli::noteLines(*trouble);
   }
-  if (verbose) {
+  if (switches->verbose) {
     veltramoor::UrlLoading::sharedInstance().setExchangeLog(&veltramoor::writeToStandardError);
   }
   cli::Terminal terminal;
-  for (const cli::Command& command : commands) {
-    if (command.command->parsed()) {
-      return command.run(terminal, json);
-    }
-  }
-  return cli::kWrongUsage;
+  return request.command->run(terminal, switches->json);
 }
 
 }  // namespace
