@@ -57,6 +57,14 @@ class AllListViewController : public veltramoor::ViewController,
   explicit AllListViewController(TableViewStyle style);
   ~AllListViewController() override;
 
+  /// Refreshes, where a tap on the header's button would.
+  bool perform(KeyCommand command) override {
+    const bool refreshes = command == KeyCommand::Reload && headerView_.refreshBtn()->isEnabled();
+    if (refreshes) {
+      didRefresh();
+    }
+    return refreshes;
+  }
   void viewWillLayout() override { loadView(); }
   /// Fetches page 0 unless a page has arrived before.
   void viewWillAppear() override;

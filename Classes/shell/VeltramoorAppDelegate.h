@@ -9,6 +9,7 @@
 #include "shell/overlay/SendingTorrentIndicator.h"
 #include "toolkit/AlertView.h"
 #include "toolkit/Device.h"
+#include "toolkit/InputWatch.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/ViewController.h"
 
@@ -22,6 +23,7 @@ class VeltramoorAppDelegate : public QObject {
   Q_PROPERTY(veltramoor::AlertView* alertView READ alertView CONSTANT)
   Q_PROPERTY(veltramoor::View* window READ window CONSTANT)
   Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
+  Q_PROPERTY(veltramoor::InputWatch* input READ input CONSTANT)
   Q_PROPERTY(veltramoor::Presentation* presentation READ presentation CONSTANT)
   Q_PROPERTY(veltramoor::LoadingIndicator* loadingIndicator READ loadingIndicator CONSTANT)
   Q_PROPERTY(veltramoor::SendingTorrentIndicator* sendingTorrentIndicator READ
@@ -46,6 +48,7 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] AlertView* alertView() { return &alertView_; }
   [[nodiscard]] View* window() const;
   [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
+  [[nodiscard]] InputWatch* input() const { return &InputWatch::sharedInstance(); }
   [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
   [[nodiscard]] LoadingIndicator* loadingIndicator() const;
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
@@ -55,10 +58,24 @@ class VeltramoorAppDelegate : public QObject {
   /// screen that has no use for it leaves it to what has the focus.
   Q_INVOKABLE void escape();
 
+  /// What Ctrl+F does: the search is on show, and what is typed goes to it.
+  Q_INVOKABLE void search() { perform(KeyCommand::Search); }
+  /// Fetches what is on show again.
+  Q_INVOKABLE void reload() { perform(KeyCommand::Reload); }
+  /// Along the history of a web page.
+  Q_INVOKABLE void goBack() { perform(KeyCommand::Back); }
+  Q_INVOKABLE void goForward() { perform(KeyCommand::Forward); }
+  /// Chooses the bar's slot `slot`, from 0; -1 is the last one.
+  Q_INVOKABLE void selectTab(int slot);
+  /// The sheet of keys, over everything else.
+  Q_INVOKABLE void showKeys();
+
   /// URL of a resource image, for views.
   Q_INVOKABLE [[nodiscard]] static QString imageUrl(const QString& name);
 
  private:
+  void perform(KeyCommand command);
+
   std::shared_ptr<ViewController> viewController_;
   AlertView alertView_;
 };

@@ -13,6 +13,7 @@ class Device : public QObject {
   Q_PROPERTY(QSizeF screenSize READ screenSize WRITE setScreenSize NOTIFY changed)
   Q_PROPERTY(bool pad READ isPad NOTIFY changed)
   Q_PROPERTY(bool keyboardShown READ isKeyboardShown WRITE setKeyboardShown NOTIFY keyboardChanged)
+  Q_PROPERTY(double keyboardCover READ keyboardCover NOTIFY keyboardChanged)
   Q_PROPERTY(bool reducedMotion READ reducedMotion CONSTANT)
 
  public:
@@ -29,6 +30,10 @@ class Device : public QObject {
   [[nodiscard]] bool reducedMotion() const { return reducedMotion_; }
   /// Whether an on-screen keyboard covers part of the screen.
   [[nodiscard]] bool isKeyboardShown() const { return keyboardShown_; }
+  /// How much of the window's foot it covers, in points: more than 0 where the desktop lays it over
+  /// the window rather than making the window lower.
+  [[nodiscard]] double keyboardCover() const { return keyboardCover_; }
+  void setKeyboardCover(double points);
   /// Reports the keyboard, by `keyboardWasShown` or `keyboardWasHidden`, each time it is told.
   void setKeyboardShown(bool shown);
 
@@ -45,6 +50,7 @@ class Device : public QObject {
   QSizeF screenSize_{320, 480};
   bool reducedMotion_ = false;
   bool keyboardShown_ = false;
+  double keyboardCover_ = 0;
 };
 
 }  // namespace veltramoor

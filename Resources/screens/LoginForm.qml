@@ -43,6 +43,7 @@ Column {
 
     TextButton {
         objectName: "loginBtn"
+        focus: true
         width: parent.width
         filled: true
         enabled: root.controller.loginBtn.enabled

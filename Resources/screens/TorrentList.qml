@@ -70,6 +70,8 @@ FocusScope {
         }
         Keys.onPressed: event => {
             keyboardInUse = true
+            if (goingOn.running)
+                goOn()
             switch (event.key) {
             case Qt.Key_Home: currentIndex = 0; break
             case Qt.Key_End: currentIndex = count - 1; break
@@ -107,6 +109,48 @@ FocusScope {
             wasEmpty = count === 0
         }
 
+        // Rows that come before "load more" take it along, as soon as the view has made its own of them:
+        // who stood on it goes on at the first of them.
+        property int firstNew: -1
+        Connections {
+            target: root.controller.rows
+            function onRowsAboutToBeInserted(parent: var, first: int, last: int): void {
+                if (first === list.currentIndex)
+                    list.firstNew = first
+            }
+        }
+        onCurrentIndexChanged: if (firstNew >= 0 && currentIndex > firstNew) goingOn.restart()
+        Timer {
+            id: goingOn
+            interval: 0
+            onTriggered: list.goOn()
+        }
+        function goOn(): void {
+            goingOn.stop()
+            if (firstNew >= 0 && currentIndex > firstNew)
+                currentIndex = firstNew
+            firstNew = -1
+        }
+
+        // The row under a mouse is lit from edge to edge: on a wide window its ends are far apart.
+        HoverHandler {
+            id: pointer
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        }
+        Rectangle {
+            id: lit
+            objectName: "litRow"
+            readonly property Item row: pointer.hovered
+                ? list.itemAt(1, pointer.point.position.y + list.contentY) : null
+            parent: list.contentItem
+            z: 1
+            visible: row !== null
+            y: row ? row.y : 0
+            width: list.width
+            height: Theme.rowHeight
+            color: Theme.hovered
+        }
+
         // Other rows come in their place: else the view would go on at "load more", the last one.
         Connections {
             target: root.controller.rows
@@ -139,8 +183,16 @@ FocusScope {
         source: root.controller.bannerPattern
         fillMode: Image.Tile
         horizontalAlignment: Image.AlignHCenter
-        Accessible.role: Accessible.Graphic
-        Accessible.name: qsTr("Veltramoor")
+
+        Image {
+            objectName: "bannerName"
+            anchors.centerIn: parent
+            // A low window leaves no room for it.
+            visible: parent.height > height + 8
+            source: App.imageUrl("titleName.png")
+            Accessible.role: Accessible.Graphic
+            Accessible.name: qsTr("Veltramoor")
+        }
     }
 
     HeaderStrip {

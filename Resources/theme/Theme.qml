@@ -34,5 +34,6 @@ QtObject {
     readonly property int barHeight: 44
     readonly property int rowHeight: 37
     readonly property int formWidth: 480
+    readonly property int columnWidth: 900
     readonly property int motion: App.device.reducedMotion ? 0 : 150
 }
