@@ -2,6 +2,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <malloc.h>
 #include <QCommandLineParser>
+#include <QDBusConnection>
 #include <QFont>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -25,6 +26,7 @@
 #include "platform/UrlLoading.h"
 #include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
+#include "toolkit/DesktopWishes.h"
 #include "toolkit/EngineMessages.h"
 #include "toolkit/SharedInstances.h"
 
@@ -222,6 +224,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   SiteConfiguration::setCurrent(configurationFrom(parser));
+  const veltramoor::DesktopWishes desktopWishes(QDBusConnection::sessionBus());
 
   try {
     return run(parser);
