@@ -37,7 +37,8 @@ function(veltramoor_screens_room name)
   veltramoor_room(${name} veltramoor_screens ${ARGN})
   set(room veltramoor_room_${name})
   set_target_properties(${room} PROPERTIES AUTOMOC ON)
-  target_link_libraries(${room} PUBLIC Qt6::Core Qt6::Gui)
+  # The same for every room, for they share what is precompiled.
+  target_link_libraries(${room} PUBLIC Qt6::Core Qt6::Gui PRIVATE Qt6::DBus)
   # What QML's tools know these classes by.
   qt_extract_metatypes(${room})
 endfunction()

@@ -119,7 +119,7 @@ class AllListViewController : public veltramoor::ViewController,
   [[nodiscard]] QString noticeText() const { return notices_.current().text; }
   [[nodiscard]] QString noticeAction() const { return notices_.current().action; }
   /// A tap on that line.
-  Q_INVOKABLE void didTapNotice();
+  Q_INVOKABLE virtual void didTapNotice();
   /// Brings the remote settings to the front; to be set before the list appears.
   std::function<void()> showRemoteSettings;
   /// The query field above the table; null for a list without one.
@@ -168,6 +168,7 @@ class AllListViewController : public veltramoor::ViewController,
   void ignorePages() { fetching_.ignoreUnderWay(); }
   /// Makes room for a search bar; not owned.
   void setSearchBar(TextField* bar);
+  [[nodiscard]] ListNotice::Tap noticeTap() const { return notices_.current().tap; }
   /// Of the list's pages.
   void setNotice(const ListNotice& notice) { notices_.setOfPages(notice); }
   /// Asks again for what did not come.

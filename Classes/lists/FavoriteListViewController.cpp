@@ -156,6 +156,11 @@ ListNotice FavoriteListViewController::batchNotice() {
   if (asked > 0 && failed == asked && rows()->torrentCount() == 0) {
     return ListNotice::ofTrouble(batches_.trouble(), false, emptyText());
   }
+  if (filters().empty() && failed == 0 && rows()->torrentCount() == 0) {
+    return {.text = tr("There are no filters, so nothing is listed here."),
+            .action = tr("Add a filter"),
+            .tap = ListNotice::Tap::NewFilter};
+  }
   QStringList lines;
   if (failed > 0) {
     lines += tr("%1 of %2 pages did not come. %3")
@@ -168,8 +173,7 @@ ListNotice FavoriteListViewController::batchNotice() {
   }
   if (rows()->torrentCount() == 0 && lines.isEmpty()) {
     const std::size_t invalid = filters().invalid().size();
-    lines += filters().empty() ? tr("There are no filters. Tap the filters button to add one.")
-             : invalid == filters().size()
+    lines += invalid == filters().size()
                  ? tr("No filter is a valid expression. Tap the filters button to see why.")
                  : tr("No filter accepts a torrent of these pages. Load more, or change the "
                       "filters.");
@@ -201,6 +205,15 @@ void FavoriteListViewController::didFilters() {
   if (navigationController() != nullptr) {
     navigationController()->pushViewController(
         std::make_shared<EditFavoriteListViewController>(TableViewStyle::Plain, latestNames_));
+  }
+}
+
+void FavoriteListViewController::didTapNotice() {
+  if (noticeTap() == ListNotice::Tap::NewFilter) {
+    // Where there is none, its screen opens the form by itself.
+    didFilters();
+  } else {
+    AllListViewController::didTapNotice();
   }
 }
 

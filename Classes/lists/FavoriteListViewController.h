@@ -35,6 +35,7 @@ class FavoriteListViewController : public veltramoor::AllListViewController {
   void didRefresh() override;
   void didSettings() override;
   void didFilters() override;
+  void didTapNotice() override;
   /// Takes the stored filters for the pages that are fetched from now on.
   void reloadFilters();
 

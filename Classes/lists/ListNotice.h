@@ -19,6 +19,8 @@ struct ListNotice {
     /// Asks again for what did not come.
     Retry,
     RemoteSettings,
+    /// Opens the form for a favourites filter.
+    NewFilter,
   };
 
   /// Of a page that gave no rows; `hasRows`: whether the list has some nevertheless, `emptyText`:

@@ -80,7 +80,7 @@ void TorrentItemTableViewCell::drawContentView(QPainter& painter, const QRectF& 
   painter.setOpacity(1.0);
   painter.drawImage(QRectF(kUpLeft, kIconTop, kIconSide, kIconSide), upImg);
   painter.drawImage(QRectF(kDownLeft, kIconTop, kIconSide, kIconSide), downImg);
-  // Under the texts, which stay readable on it.
+  // A line beneath the date.
   if (!downloadedImg.isNull()) {
     painter.drawImage(QRectF(48, 15, 24, 19), downloadedImg);
   }

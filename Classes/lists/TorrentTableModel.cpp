@@ -77,6 +77,7 @@ void TorrentTableModel::forget() {
   if (rows > 0) {
     endRemoveRows();
   }
+  emit reloaded();
 }
 
 void TorrentTableModel::append(std::vector<Torrent> page) {
@@ -134,6 +135,7 @@ void TorrentTableModel::reload() {
   if (const int rows = rowCount(); rows > 0) {
     emit dataChanged(index(0), index(rows - 1));
   }
+  emit reloaded();
 }
 
 }  // namespace veltramoor

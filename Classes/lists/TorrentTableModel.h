@@ -14,6 +14,7 @@ namespace veltramoor {
 /// inserted, removed and changed one group at a time, never reset. Main thread only.
 class TorrentTableModel : public QAbstractListModel {
   Q_OBJECT
+  Q_PROPERTY(bool loadMoreAlone READ isLoadMoreAlone NOTIFY reloaded)
 
  public:
   enum Role {
@@ -37,6 +38,8 @@ class TorrentTableModel : public QAbstractListModel {
   [[nodiscard]] const std::optional<std::vector<Torrent>>& torrents() const { return torrents_; }
   [[nodiscard]] int torrentCount() const;
   [[nodiscard]] bool isLoadMoreRow(int row) const;
+  /// Whether no torrent stands above that row; told of when the rows on show are filled again.
+  [[nodiscard]] bool isLoadMoreAlone() const { return isLoadMoreRow(0); }
 
   /// Removes all torrents; the list stays one that has arrived.
   void clear();
@@ -51,6 +54,9 @@ class TorrentTableModel : public QAbstractListModel {
   void markDownloaded(const std::string& name);
   /// Has every row on show filled again.
   void reload();
+
+ signals:
+  void reloaded();
 
  private:
   [[nodiscard]] bool showsLoadMore() const { return torrents_.has_value() && !noMoreTorrents_; }

@@ -218,6 +218,11 @@ std::string SiteConfiguration::hostWithoutPort(const std::string& host) {
   return isPort ? host.substr(0, colon) : host;
 }
 
+bool SiteConfiguration::hasDonationPage() const {
+  const std::optional<Url> url = Url::parse(donationUrl);
+  return url && url->isHttp() && !("." + url->host()).ends_with(".example");
+}
+
 std::vector<std::pair<std::string, std::string SiteConfiguration::*>> SiteConfiguration::keys() {
   return {{std::string(kSiteHostKey), &SiteConfiguration::siteHost},
           {"default-site-host", &SiteConfiguration::defaultSiteHost},

@@ -38,6 +38,9 @@ struct SiteConfiguration {
   /// cannot be one, as for a site that is not set.
   [[nodiscard]] std::string siteAddress(std::string_view path) const;
   [[nodiscard]] std::optional<Url> siteUrl(std::string_view path) const;
+  /// Whether `donationUrl` leads anywhere: names under .example are reserved (RFC 2606) and stand
+  /// for a page that nobody has set.
+  [[nodiscard]] bool hasDonationPage() const;
   /// `host` without its port: what a cookie's domain is made of.
   [[nodiscard]] static std::string hostWithoutPort(const std::string& host);
 

@@ -15,6 +15,7 @@ DonateViewController::DonateViewController(const QRectF& frame)
           QStringLiteral("<a href=\"%1\" target=\"_blank\"><img src=\"%2\"></a>")
               .arg(QString::fromStdString(SiteConfiguration::current().donationUrl).toHtmlEscaped(),
                    imageUrl(QStringLiteral("bitcoin.png")))),
+      configured_(SiteConfiguration::current().hasDonationPage()),
       openUrl_([](const QUrl& url) { return QDesktopServices::openUrl(url); }) {}
 
 bool DonateViewController::shouldStartLoadWithRequest(const QUrl& url, int navigationType) {

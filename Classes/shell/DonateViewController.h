@@ -15,6 +15,7 @@ class DonateViewController : public veltramoor::ViewController {
   Q_OBJECT
   Q_PROPERTY(QRectF frame READ frame CONSTANT)
   Q_PROPERTY(QString html READ html CONSTANT)
+  Q_PROPERTY(bool configured READ isConfigured CONSTANT)
 
  public:
   /// Opens an address outside the application, the system's way unless set; false when it could
@@ -27,6 +28,8 @@ class DonateViewController : public veltramoor::ViewController {
   /// In points of a screen 320 wide; wider ones centre it.
   [[nodiscard]] QRectF frame() const { return frame_; }
   [[nodiscard]] QString html() const { return html_; }
+  /// Whether there is a page for the picture to lead to; without one nobody is to see it.
+  [[nodiscard]] bool isConfigured() const { return configured_; }
   void setOpenUrl(OpenUrl openUrl) { openUrl_ = std::move(openUrl); }
 
   /// Whether the label itself may load `url`; a tapped link goes to the system instead.
@@ -37,6 +40,7 @@ class DonateViewController : public veltramoor::ViewController {
  private:
   QRectF frame_;
   QString html_;
+  bool configured_;
   OpenUrl openUrl_;
 };
 

@@ -1,14 +1,23 @@
 #include "toolkit/Device.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "toolkit/SharedInstances.h"
 
 namespace veltramoor {
+namespace {
+
+std::optional<bool> reducedMotionOverride() {
+  const QString value = qEnvironmentVariable("VELTRAMOOR_REDUCED_MOTION");
+  return value.isEmpty() ? std::nullopt : std::optional(value != QLatin1String("0"));
+}
+
+}  // namespace
 
 Device::Device()
-    : reducedMotion_(!qEnvironmentVariableIsEmpty("VELTRAMOOR_REDUCED_MOTION") &&
-                     qEnvironmentVariable("VELTRAMOOR_REDUCED_MOTION") != QLatin1String("0")) {}
+    : reducedMotionOverride_(reducedMotionOverride()),
+      reducedMotion_(reducedMotionOverride_.value_or(false)) {}
 
 Device& Device::sharedInstance() { return SharedInstances::of<Device>(); }
 
@@ -18,6 +27,29 @@ void Device::setScreenSize(QSizeF size) {
   }
   screenSize_ = size;
   emit changed();
+}
+
+void Device::setReducedMotion(bool reduced) {
+  reduced = reducedMotionOverride_.value_or(reduced);
+  if (reduced != reducedMotion_) {
+    reducedMotion_ = reduced;
+    emit wishesChanged();
+  }
+}
+
+void Device::setTextScale(double scale) {
+  scale = std::isnan(scale) ? 1 : std::clamp(scale, 1.0, kLargestTextScale);
+  if (scale != textScale_) {
+    textScale_ = scale;
+    emit wishesChanged();
+  }
+}
+
+void Device::setHighContrast(bool high) {
+  if (high != highContrast_) {
+    highContrast_ = high;
+    emit wishesChanged();
+  }
 }
 
 void Device::setKeyboardShown(bool shown) {

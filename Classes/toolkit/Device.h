@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QSizeF>
+#include <optional>
 
 namespace veltramoor {
 
@@ -14,9 +15,14 @@ class Device : public QObject {
   Q_PROPERTY(bool pad READ isPad NOTIFY changed)
   Q_PROPERTY(bool keyboardShown READ isKeyboardShown WRITE setKeyboardShown NOTIFY keyboardChanged)
   Q_PROPERTY(double keyboardCover READ keyboardCover NOTIFY keyboardChanged)
-  Q_PROPERTY(bool reducedMotion READ reducedMotion CONSTANT)
+  Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY wishesChanged)
+  Q_PROPERTY(double textScale READ textScale NOTIFY wishesChanged)
+  Q_PROPERTY(bool highContrast READ highContrast NOTIFY wishesChanged)
 
  public:
+  /// Text grows with the system's factor up to this one: beyond it forms no longer fit a phone.
+  static constexpr double kLargestTextScale = 1.5;
+
   static Device& sharedInstance();
 
   /// In points; 320 x 480 until the window is there.
@@ -25,9 +31,16 @@ class Device : public QObject {
   /// Whether the shorter side has at least 600 points, the width from which two columns of touch
   /// targets fit.
   [[nodiscard]] bool isPad() const;
-  /// Whether the person asked for no animations, by VELTRAMOOR_REDUCED_MOTION set to anything but
-  /// 0.
+  /// Whether the person asks for no animations. VELTRAMOOR_REDUCED_MOTION, when it is set, counts
+  /// in the system's place: 0 for no, anything else for yes.
   [[nodiscard]] bool reducedMotion() const { return reducedMotion_; }
+  void setReducedMotion(bool reduced);
+  /// What text outside the lists' rows is enlarged by, from 1 to `kLargestTextScale`.
+  [[nodiscard]] double textScale() const { return textScale_; }
+  /// Keeps to the bounds; what is no number is none.
+  void setTextScale(double scale);
+  [[nodiscard]] bool highContrast() const { return highContrast_; }
+  void setHighContrast(bool high);
   /// Whether an on-screen keyboard covers part of the screen.
   [[nodiscard]] bool isKeyboardShown() const { return keyboardShown_; }
   /// How much of the window's foot it covers, in points: more than 0 where the desktop lays it over
@@ -39,6 +52,7 @@ class Device : public QObject {
 
  signals:
   void changed();
+  void wishesChanged();
   void keyboardChanged();
   void keyboardWasShown();
   void keyboardWasHidden();
@@ -48,7 +62,10 @@ class Device : public QObject {
 
   Device();
   QSizeF screenSize_{320, 480};
+  const std::optional<bool> reducedMotionOverride_;
   bool reducedMotion_ = false;
+  double textScale_ = 1;
+  bool highContrast_ = false;
   bool keyboardShown_ = false;
   double keyboardCover_ = 0;
 };

@@ -16,6 +16,6 @@ Pressable {
         text: root.label
         textFormat: Text.PlainText
         color: Theme.accent
-        font { family: Theme.fontFamily; pixelSize: 16; bold: root.strong }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(16); bold: root.strong }
     }
 }

@@ -33,22 +33,22 @@ Column {
             Accessible.name: (ok ? qsTr("Right: %1") : qsTr("Fails: %1")).arg(text)
 
             Text {
-                width: 20
+                width: words.x
                 text: step.ok ? "\u2713" : "\u2717"
                 textFormat: Text.PlainText
                 color: step.ok ? Theme.faint : Theme.trouble
-                font { family: Theme.fontFamily; pixelSize: 15; bold: true }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(15); bold: true }
                 Accessible.ignored: true
             }
             Text {
                 id: words
-                x: 24
+                x: Theme.scaled(24)
                 width: parent.width - x
                 wrapMode: Text.WordWrap
                 text: step.text
                 textFormat: Text.PlainText
                 color: step.ok ? Theme.faint : Theme.textStrong
-                font { family: Theme.fontFamily; pixelSize: 15 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
                 Accessible.ignored: true
             }
         }
@@ -65,6 +65,6 @@ Column {
         readonly property bool lastIsOk: root.diagnosis.lastIsOk
         textFormat: Text.PlainText
         color: Theme.accent
-        font { family: Theme.fontFamily; pixelSize: 15 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
     }
 }

@@ -1,7 +1,8 @@
 import QtQuick
 import Veltramoor
 
-// A line of text to type, bound to a field's state.
+// A line of text to type, bound to a field's state. Of one that is disabled, plate and text fade; the
+// placeholder, which says why, does not.
 FocusScope {
     id: root
 
@@ -10,6 +11,11 @@ FocusScope {
     property string placeholder
     property bool secret: false
     property int hints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
+
+    /// The return key, after the field's own state has had it.
+    signal returned()
+    /// A tap on the field while it is disabled.
+    signal refused()
 
     readonly property rect cursor: input.cursorRectangle
 
@@ -20,11 +26,15 @@ FocusScope {
     }
 
     height: Theme.touchTarget
-    enabled: field.enabled
-    opacity: field.alpha
+
+    function returnPressed(): void {
+        field.returnPressed()
+        returned()
+    }
 
     Rectangle {
         anchors.fill: parent
+        opacity: root.field.alpha
         radius: 6
         color: Theme.edge
         border { width: input.activeFocus ? 2 : 1; color: input.activeFocus ? Theme.accent : Theme.outline }
@@ -34,6 +44,8 @@ FocusScope {
         id: input
         objectName: root.objectName + "Input"
         anchors { fill: parent; leftMargin: 12; rightMargin: 12 }
+        enabled: root.field.enabled
+        opacity: root.field.alpha
         verticalAlignment: TextInput.AlignVCenter
         clip: true
         focus: true
@@ -44,7 +56,7 @@ FocusScope {
         selectedTextColor: Theme.accentText
         echoMode: root.secret ? TextInput.Password : TextInput.Normal
         inputMethodHints: root.hints | (root.secret ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
-        font { family: Theme.fontFamily; pixelSize: 16 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
 
         // Of what can be edited the whole text would be read out, secret or not.
         Accessible.role: root.secret ? Accessible.StaticText : Accessible.EditableText
@@ -53,8 +65,8 @@ FocusScope {
 
         onTextEdited: root.field.text = text
         onActiveFocusChanged: root.field.focusChanged(activeFocus)
-        Keys.onReturnPressed: root.field.returnPressed()
-        Keys.onEnterPressed: root.field.returnPressed()
+        Keys.onReturnPressed: root.returnPressed()
+        Keys.onEnterPressed: root.returnPressed()
 
         function follow(): void {
             if (text !== root.field.text)
@@ -77,11 +89,23 @@ FocusScope {
     }
 
     Text {
-        anchors { left: parent.left; leftMargin: 12; verticalCenter: parent.verticalCenter }
+        objectName: root.objectName + "Placeholder"
+        anchors { fill: parent; leftMargin: 12; rightMargin: 12 }
+        verticalAlignment: Text.AlignVCenter
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 12
+        elide: Text.ElideRight
         visible: input.text.length === 0 && input.preeditText.length === 0
         text: root.placeholder
         textFormat: Text.PlainText
-        color: Theme.faint
-        font { family: Theme.fontFamily; pixelSize: 16 }
+        color: root.field.enabled ? Theme.faint : Theme.text
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        enabled: !root.field.enabled
+        visible: enabled
+        onClicked: root.refused()
     }
 }

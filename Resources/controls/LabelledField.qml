@@ -14,16 +14,18 @@ FocusScope {
     height: input.y + input.height
 
     Text {
+        width: parent.width
+        elide: Text.ElideRight
         text: root.label
         color: Theme.text
-        font { family: Theme.fontFamily; pixelSize: 14 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
         Accessible.ignored: true
     }
 
     FormField {
         id: input
         objectName: root.objectName + "Field"
-        y: 20
+        y: Theme.scaled(20)
         width: parent.width
         label: root.label
         field: root.field

@@ -1,7 +1,8 @@
 import QtQuick
 import Veltramoor
 
-// The one line that a list says of itself; where something can be done about it, a tap does it.
+// The one line that a list says of itself; where something can be done about it, a tap does it. Over
+// rows it has a plate for both, in an empty list one for what the tap does.
 Pressable {
     id: root
     objectName: "listNotice"
@@ -24,39 +25,56 @@ Pressable {
     Accessible.role: takesTap ? Accessible.Button : Accessible.StaticText
     Accessible.focusable: takesTap
 
-    Rectangle {
-        z: -1
-        anchors { fill: parent; margins: 2 }
-        visible: root.overRows || root.takesTap
+    component Plate: Rectangle {
         radius: 8
         color: Theme.raised
+        border { width: Theme.plateBorder; color: Theme.outline }
+    }
+
+    component Line: Text {
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        textFormat: Text.PlainText
+        color: Theme.text
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
+        Accessible.ignored: true
+    }
+
+    Plate {
+        z: -1
+        anchors { fill: parent; margins: 2 }
+        visible: root.overRows
     }
 
     Column {
         id: words
         width: parent.width
         padding: root.overRows || root.takesTap ? 12 : 0
-        spacing: 6
-
-        component Line: Text {
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.WordWrap
-            textFormat: Text.PlainText
-            color: Theme.text
-            font { family: Theme.fontFamily; pixelSize: 15 }
-            Accessible.ignored: true
-        }
+        spacing: root.overRows ? 6 : 16
 
         Line {
             width: words.width - 2 * words.padding
             text: root.controller.noticeText
         }
-        Line {
+        Item {
+            anchors.horizontalCenter: parent.horizontalCenter
             visible: root.takesTap
-            width: words.width - 2 * words.padding
-            text: root.controller.noticeAction
-            color: Theme.accent
-            font.bold: true
+            width: root.overRows ? action.width : Math.min(action.width, action.implicitWidth + 32)
+            height: root.overRows ? action.height : Math.max(Theme.touchTarget, action.height + 16)
+
+            Plate {
+                objectName: "noticeButton"
+                anchors.fill: parent
+                visible: !root.overRows
+            }
+            Line {
+                id: action
+                anchors.centerIn: parent
+                width: words.width - 2 * words.padding
+                text: root.controller.noticeAction
+                color: root.lit ? Theme.textStrong : Theme.accent
+                font.bold: true
+            }
         }
     }
 }

@@ -19,7 +19,7 @@ Rectangle {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Load more")
-            color: Theme.accent
+            color: root.pressed ? Theme.textStrong : Theme.accent
             font { family: Theme.fontFamily; pixelSize: 14; bold: true }
         }
         Text {

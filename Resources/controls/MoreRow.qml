@@ -47,7 +47,7 @@ Pressable {
         text: root.item.title
         textFormat: Text.PlainText
         color: Theme.textStrong
-        font { family: Theme.fontFamily; pixelSize: 17 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(17) }
     }
 
     Image {

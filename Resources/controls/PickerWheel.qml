@@ -109,7 +109,7 @@ FocusScope {
                 text: row.modelData
                 elide: Text.ElideRight
                 color: row.index === root.selected ? Theme.textStrong : Theme.text
-                font { family: Theme.fontFamily; pixelSize: 18 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(18) }
                 fontSizeMode: Text.HorizontalFit
                 minimumPixelSize: 10
             }

@@ -57,7 +57,7 @@ FocusScope {
         selectedTextColor: Theme.accentText
         inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
         EnterKey.type: Qt.EnterKeySearch
-        font { family: Theme.fontFamily; pixelSize: 16 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
 
         Accessible.role: Accessible.EditableText
         Accessible.name: qsTr("Search")

@@ -62,7 +62,7 @@ FocusScope {
                     minimumPixelSize: 10
                     text: segment.modelData
                     color: segment.chosen ? Theme.accentText : Theme.text
-                    font { family: Theme.fontFamily; pixelSize: 13; bold: true }
+                    font { family: Theme.fontFamily; pixelSize: Theme.scaled(13); bold: true }
                 }
 
                 MouseArea {

@@ -1,15 +1,38 @@
 import QtQuick
 import Veltramoor
 
-// A wheel of twelve spokes that turns while something is under way.
+// A wheel of twelve spokes that turns while something is under way; three steady dots for a person who
+// wants nothing to move.
 Item {
     id: root
 
     property bool running: false
     property int step: 0
 
+    readonly property bool steady: App.device.reducedMotion
+
+    Row {
+        objectName: "steadyDots"
+        anchors.centerIn: parent
+        spacing: root.width * 0.13
+        visible: root.steady
+
+        Repeater {
+            model: root.steady ? 3 : 0
+
+            // qmllint disable unqualified
+            Rectangle {
+                width: root.width * 0.22
+                height: width
+                radius: width / 2
+                color: Theme.textStrong
+            }
+            // qmllint enable unqualified
+        }
+    }
+
     Repeater {
-        model: 12
+        model: root.steady ? 0 : 12
 
         // qmllint disable unqualified
         Rectangle {
@@ -32,9 +55,9 @@ Item {
     }
 
     Timer {
-        interval: App.device.reducedMotion ? 500 : 80
+        interval: 80
         repeat: true
-        running: root.running
+        running: root.running && !root.steady
         onTriggered: root.step = (root.step + 1) % 12
     }
 }

@@ -15,6 +15,7 @@ Pressable {
         anchors { fill: parent; margins: 2 }
         radius: 6
         color: root.filled ? Theme.accent : Theme.raised
+        border { width: root.filled ? 0 : Theme.plateBorder; color: Theme.outline }
     }
 
     Text {
@@ -25,7 +26,7 @@ Pressable {
         minimumPixelSize: 10
         text: root.label
         textFormat: Text.PlainText
-        color: root.filled ? Theme.accentText : Theme.accent
-        font { family: Theme.fontFamily; pixelSize: 16; bold: true }
+        color: root.filled ? Theme.accentText : root.lit ? Theme.textStrong : Theme.accent
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(16); bold: true }
     }
 }

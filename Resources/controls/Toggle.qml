@@ -7,20 +7,41 @@ Pressable {
 
     required property Switch control
     property string text
+    /// Whether the switch stands out, because it is what lets the person do what they just tried.
+    property bool pointedOut: false
+
+    // Brings the keyboard here until the person goes on.
+    function pointOut(): void {
+        forceActiveFocus()
+        pointedOut = true
+    }
+    onActiveFocusChanged: if (!activeFocus) pointedOut = false
 
     height: Theme.touchTarget
     label: text
     Accessible.role: Accessible.CheckBox
     Accessible.checkable: true
     Accessible.checked: control.on
-    onClicked: control.toggle()
+    onClicked: {
+        pointedOut = false
+        control.toggle()
+    }
+
+    Rectangle {
+        objectName: root.objectName + "PointedOut"
+        z: -1
+        anchors { fill: parent; margins: 2 }
+        radius: root.ringRadius
+        visible: root.pointedOut
+        color: Theme.edge
+    }
 
     Text {
         anchors { left: parent.left; leftMargin: 8; right: track.left; rightMargin: 8; verticalCenter: parent.verticalCenter }
         elide: Text.ElideRight
         text: root.text
         color: Theme.textStrong
-        font { family: Theme.fontFamily; pixelSize: 16 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
     }
 
     Rectangle {

@@ -5,14 +5,15 @@ import Veltramoor
 Pressable {
     id: root
 
-    width: Math.max(Theme.touchTarget, title.implicitWidth + 16)
+    width: Math.max(Theme.touchTarget, Math.min(title.implicitWidth + 16, parent ? parent.width : 0))
     height: Theme.touchTarget
 
     UIUnderlinedLabel {
         id: title
         anchors.centerIn: parent
-        width: implicitWidth
+        width: Math.min(implicitWidth, parent.width - 16)
         height: implicitHeight
         title: root.label
+        pixelSize: Theme.scaled(15)
     }
 }

@@ -10,6 +10,9 @@ Pressable {
 
     label: qsTr("%1, status %2").arg(name).arg(status)
 
+    // The strip that it stands on has a fixed height: as large as both lines fit.
+    readonly property real fontScale: Math.min(App.device.textScale, height / 31)
+
     Image {
         id: figure
         anchors { left: parent.left; leftMargin: 8; verticalCenter: parent.verticalCenter }
@@ -32,7 +35,7 @@ Pressable {
             textFormat: Text.PlainText
             elide: Text.ElideRight
             color: Theme.textStrong
-            font { family: Theme.fontFamily; pixelSize: 15; bold: true }
+            font { family: Theme.fontFamily; pixelSize: Math.round(15 * root.fontScale); bold: true }
         }
         Text {
             objectName: "ratioLbl"
@@ -41,7 +44,7 @@ Pressable {
             textFormat: Text.PlainText
             elide: Text.ElideRight
             color: Theme.text
-            font { family: Theme.fontFamily; pixelSize: 11 }
+            font { family: Theme.fontFamily; pixelSize: Math.round(11 * root.fontScale) }
         }
     }
 }

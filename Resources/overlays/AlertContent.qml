@@ -60,7 +60,7 @@ FocusScope {
                 text: root.alert.title
                 textFormat: Text.PlainText
                 color: Theme.textStrong
-                font { family: Theme.fontFamily; pixelSize: 17; bold: true }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(17); bold: true }
             }
             // A long message is scrolled, so that the buttons stay in reach.
             Flickable {
@@ -88,7 +88,7 @@ FocusScope {
                     text: root.alert.message
                     textFormat: Text.PlainText
                     color: Theme.text
-                    font { family: Theme.fontFamily; pixelSize: 14 }
+                    font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
                     onTextChanged: scroll.contentY = 0
                 }
                 Rectangle {
@@ -98,7 +98,7 @@ FocusScope {
                     width: 3
                     height: scroll.height * scroll.visibleArea.heightRatio
                     radius: 1.5
-                    color: Theme.box
+                    color: Theme.thumb
                 }
             }
 
@@ -130,13 +130,19 @@ FocusScope {
                             anchors { fill: parent; margins: 2 }
                             radius: 6
                             color: Theme.raised
+                            border { width: Theme.plateBorder; color: Theme.outline }
                         }
                         Text {
-                            anchors.centerIn: parent
+                            anchors { fill: parent; margins: 8 }
+                            horizontalAlignment: Text.AlignHCenter
+                            verticalAlignment: Text.AlignVCenter
+                            fontSizeMode: Text.HorizontalFit
+                            minimumPixelSize: 10
+                            elide: Text.ElideRight
                             text: button.modelData
                             textFormat: Text.PlainText
-                            color: Theme.accent
-                            font { family: Theme.fontFamily; pixelSize: 16; bold: true }
+                            color: button.lit ? Theme.textStrong : Theme.accent
+                            font { family: Theme.fontFamily; pixelSize: Theme.scaled(16); bold: true }
                         }
                     }
                 }

@@ -87,7 +87,7 @@ RoundedRectView {
                     text: root.indicator.hint
                     textFormat: Text.PlainText
                     color: Theme.text
-                    font { family: Theme.fontFamily; pixelSize: 14 }
+                    font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
                 }
             }
         }

@@ -26,6 +26,11 @@ FocusScope {
             id: form
             width: parent.width
 
+            // Heights are given for text of the ordinary size, from the bar on.
+            function stretched(y: real): real {
+                return Theme.barHeight + (y - Theme.barHeight) * App.device.textScale
+            }
+
             Text {
                 objectName: "settingsExplanation"
                 visible: text.length > 0
@@ -36,7 +41,7 @@ FocusScope {
                 text: root.controller.explanation
                 textFormat: Text.PlainText
                 color: Theme.text
-                font { family: Theme.fontFamily; pixelSize: 15 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
             }
 
             // In what is left between sort and category.
@@ -44,16 +49,16 @@ FocusScope {
                 objectName: "settingsRemark"
                 visible: text.length > 0
                 x: 20
-                y: 191
+                y: form.stretched(191)
                 width: form.width - 40
-                height: 18
+                height: Theme.scaled(18)
                 verticalAlignment: Text.AlignVCenter
                 fontSizeMode: Text.HorizontalFit
                 minimumPixelSize: 10
                 text: root.controller.remark
                 textFormat: Text.PlainText
                 color: Theme.text
-                font { family: Theme.fontFamily; pixelSize: 13 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(13) }
             }
 
             Repeater {
@@ -65,7 +70,7 @@ FocusScope {
                     // qmllint disable unqualified
                     controller: root.controller
                     x: 20 + (part.frame.x - 20) * stretch
-                    y: part.frame.y
+                    y: form.stretched(part.frame.y)
                     width: part.frame.width * stretch
 
                     readonly property real stretch: (form.width - 40) / 280

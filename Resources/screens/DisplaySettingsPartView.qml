@@ -30,14 +30,14 @@ FocusScope {
 
         Text {
             objectName: root.part.name
-            height: root.part.frame.height
+            height: root.part.frame.height * App.device.textScale
             verticalAlignment: Text.AlignVCenter
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 10
             text: root.part.text
             textFormat: Text.PlainText
             color: Theme.textStrong
-            font { family: Theme.fontFamily; pixelSize: 16 }
+            font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
         }
     }
 
@@ -46,7 +46,7 @@ FocusScope {
 
         Segments {
             objectName: root.part.name
-            height: root.part.frame.height
+            height: root.part.frame.height * App.device.textScale
             label: root.part.text
             control: root.part.segments
             focus: true
@@ -91,7 +91,7 @@ FocusScope {
 
         ValueSlider {
             objectName: root.part.name
-            height: root.part.frame.height
+            height: root.part.frame.height * App.device.textScale
             label: root.part.text
             slider: root.part.slider
             focus: true

@@ -72,6 +72,6 @@ FocusScope {
         text: qsTr("There are no filters. Tap + to add one.")
         textFormat: Text.PlainText
         color: Theme.text
-        font { family: Theme.fontFamily; pixelSize: 15 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
     }
 }

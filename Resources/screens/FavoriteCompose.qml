@@ -26,17 +26,26 @@ FocusScope {
         color: Theme.bar
 
         BarText {
+            id: cancel
             objectName: "cancelCompose"
             label: qsTr("Cancel")
             onClicked: root.controller.cancel()
         }
         Text {
-            anchors.centerIn: parent
+            readonly property real side: Math.max(cancel.width, save.width)
+            x: side
+            width: parent.width - 2 * side
+            anchors.verticalCenter: parent.verticalCenter
+            horizontalAlignment: Text.AlignHCenter
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 10
+            elide: Text.ElideRight
             text: root.controller.title
             color: Theme.textStrong
-            font { family: Theme.fontFamily; pixelSize: 17; bold: true }
+            font { family: Theme.fontFamily; pixelSize: Theme.scaled(17); bold: true }
         }
         BarText {
+            id: save
             objectName: "saveFilter"
             anchors.right: parent.right
             label: qsTr("Save")
@@ -62,7 +71,7 @@ FocusScope {
                 text: qsTr("Names to show, as a regular expression")
                 wrapMode: Text.WordWrap
                 color: Theme.text
-                font { family: Theme.fontFamily; pixelSize: 14 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
             }
 
             FormField {
@@ -106,7 +115,7 @@ FocusScope {
                     y: -8
                     text: place.at < 0 ? "\u25C4" : place.at > place.width ? "\u25BA" : "\u25B2"
                     color: Theme.trouble
-                    font { family: Theme.fontFamily; pixelSize: 13 }
+                    font { family: Theme.fontFamily; pixelSize: Theme.scaled(13) }
                 }
             }
 
@@ -118,7 +127,7 @@ FocusScope {
                 textFormat: Text.PlainText
                 wrapMode: Text.WordWrap
                 color: Theme.trouble
-                font { family: Theme.fontFamily; pixelSize: 14 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
                 Accessible.role: Accessible.AlertMessage
                 Accessible.name: text
             }
@@ -131,7 +140,7 @@ FocusScope {
                 textFormat: Text.PlainText
                 wrapMode: Text.WordWrap
                 color: Theme.text
-                font { family: Theme.fontFamily; pixelSize: 14 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
             }
 
             Text {
@@ -140,7 +149,7 @@ FocusScope {
                            + "Capital and small letters differ.")
                 wrapMode: Text.WordWrap
                 color: Theme.faint
-                font { family: Theme.fontFamily; pixelSize: 12 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(12) }
             }
         }
     }

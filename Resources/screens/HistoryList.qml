@@ -110,6 +110,6 @@ FocusScope {
         textFormat: Text.PlainText
         text: root.controller.notice
         color: Theme.text
-        font { family: Theme.fontFamily; pixelSize: 15 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
     }
 }

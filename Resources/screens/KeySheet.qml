@@ -36,7 +36,7 @@ FocusScope {
             anchors.centerIn: parent
             text: root.controller.title
             color: Theme.textStrong
-            font { family: Theme.fontFamily; pixelSize: 17; bold: true }
+            font { family: Theme.fontFamily; pixelSize: Theme.scaled(17); bold: true }
         }
     }
 
@@ -89,7 +89,7 @@ FocusScope {
                         text: line.key
                         color: Theme.accent
                         wrapMode: Text.WordWrap
-                        font { family: Theme.fontFamily; pixelSize: 14; bold: true }
+                        font { family: Theme.fontFamily; pixelSize: Theme.scaled(14); bold: true }
                         Accessible.ignored: true
                     }
                     Text {
@@ -99,7 +99,7 @@ FocusScope {
                         text: line.does
                         color: Theme.text
                         wrapMode: Text.WordWrap
-                        font { family: Theme.fontFamily; pixelSize: 14 }
+                        font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
                         Accessible.ignored: true
                     }
                 }

@@ -16,6 +16,7 @@ Column {
         field: root.controller.username
         label: qsTr("User name")
         placeholder: field.enabled ? qsTr("User name") : qsTr("Anonymous: no name needed")
+        onRefused: anonymous.pointOut()
     }
 
     FormField {
@@ -25,9 +26,13 @@ Column {
         label: qsTr("Password")
         placeholder: field.enabled ? qsTr("Password") : qsTr("No password needed")
         secret: true
+        onRefused: anonymous.pointOut()
+        // The next step, which the key itself never takes.
+        onReturned: log.forceActiveFocus()
     }
 
     Toggle {
+        id: anonymous
         objectName: "anonymousLogin"
         width: parent.width
         control: root.controller.anonymousLogin
@@ -42,6 +47,7 @@ Column {
     }
 
     TextButton {
+        id: log
         objectName: "loginBtn"
         focus: true
         width: parent.width

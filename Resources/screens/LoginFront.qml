@@ -106,10 +106,11 @@ FocusScope {
             x: Math.round((scroll.width - donate.frame.width) / 2)
             y: Math.max(donate.frame.y, form.y + form.height + 8)
             width: donate.frame.width
-            height: donate.frame.height
+            height: donate.configured ? donate.frame.height : 0
 
             DonateView {
                 anchors.fill: parent
+                visible: bottom.donate.configured
                 controller: bottom.donate
             }
         }

@@ -61,7 +61,7 @@ FocusScope {
         text: bar.screen.title
         textFormat: Text.PlainText
         color: Theme.textStrong
-        font { family: Theme.fontFamily; pixelSize: 17; bold: true }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(17); bold: true }
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 13
     }

@@ -23,8 +23,7 @@ FocusScope {
         id: scroll
         objectName: "serverSettingsScroll"
         anchors.fill: parent
-        contentHeight: Math.max(root.controller.contentHeight,
-                                steps.height > 0 ? steps.y + steps.height + 20 : 0)
+        contentHeight: Math.max(root.controller.contentHeight, steps.y + steps.height + 20)
 
         // Shows the step that was done last, once the form has grown for it.
         Timer {
@@ -62,6 +61,7 @@ FocusScope {
             }
 
             SetupText {
+                id: description
                 objectName: "serverDescription"
                 y: 68
                 width: parent.width
@@ -72,7 +72,7 @@ FocusScope {
             LabelledField {
                 id: address
                 objectName: "serverAddress"
-                y: 276
+                y: description.y + description.height + 12
                 width: parent.width - port.width - 12
                 label: qsTr("Address")
                 placeholder: qsTr("192.168.1.2")
@@ -83,8 +83,8 @@ FocusScope {
                 id: port
                 objectName: "serverPort"
                 anchors.right: parent.right
-                y: 276
-                width: 84
+                y: address.y
+                width: 20 + Theme.scaled(64)
                 label: qsTr("Port")
                 hints: Qt.ImhPreferNumbers
                 field: root.controller.serverPort
@@ -92,7 +92,7 @@ FocusScope {
             LabelledField {
                 id: user
                 objectName: "serverUser"
-                y: 350
+                y: address.y + address.height + 10
                 width: parent.width
                 label: qsTr("User name")
                 placeholder: qsTr("None")
@@ -101,7 +101,7 @@ FocusScope {
             LabelledField {
                 id: password
                 objectName: "serverPassword"
-                y: 424
+                y: user.y + user.height + 10
                 width: parent.width
                 label: qsTr("Password")
                 placeholder: qsTr("None")
@@ -110,16 +110,18 @@ FocusScope {
             }
 
             TextButton {
+                id: test
                 objectName: "testButton"
-                y: 512
+                y: password.y + password.height + 24
                 width: parent.width
                 label: root.controller.testButton.title
                 enabled: root.controller.testButton.enabled
                 onClicked: root.controller.test()
             }
             TextButton {
+                id: diagnose
                 objectName: "diagnoseButton"
-                y: 560
+                y: test.y + 48
                 width: parent.width
                 label: root.controller.diagnosis.running ? qsTr("Looking\u2026")
                                                          : root.controller.diagnoseButton.title
@@ -130,7 +132,7 @@ FocusScope {
             DiagnosisSteps {
                 id: steps
                 objectName: "diagnosisSteps"
-                y: 616
+                y: diagnose.y + 56
                 width: parent.width
                 diagnosis: root.controller.diagnosis
                 onHeightChanged: growing.restart()

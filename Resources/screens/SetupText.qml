@@ -62,7 +62,7 @@ FocusScope {
                     textFormat: Text.PlainText
                     text: step ? modelData.slice(2) : modelData
                     color: Theme.text
-                    font { family: Theme.fontFamily; pixelSize: 13 }
+                    font { family: Theme.fontFamily; pixelSize: Theme.scaled(13) }
                     Accessible.ignored: true
 
                     Text {

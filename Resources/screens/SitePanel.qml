@@ -17,7 +17,7 @@ Column {
               ? qsTr("Which torrent index site do you want to use?")
               : qsTr("No site is set yet. Enter the address of the torrent index site that you want to use, or look around on the demo site.")
         color: Theme.textStrong
-        font { family: Theme.fontFamily; pixelSize: 15 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
     }
 
     FormField {
@@ -37,7 +37,7 @@ Column {
         text: root.site.problem
         textFormat: Text.PlainText
         color: Theme.trouble
-        font { family: Theme.fontFamily; pixelSize: 14 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(14) }
     }
 
     TextButton {

@@ -76,21 +76,25 @@ FocusScope {
                     opacity: slot.selected ? 1 : 0.65
                 }
 
+                // One line, or two of smaller letters. A host's name is broken at its dots.
                 Text {
-                    anchors {
-                        left: parent.left
-                        right: parent.right
-                        leftMargin: 2
-                        rightMargin: 2
-                        bottom: parent.bottom
-                        bottomMargin: 4
-                    }
+                    objectName: "tabLabel"
+                    anchors { fill: parent; leftMargin: 2; rightMargin: 2; topMargin: 26 }
                     horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 2
                     elide: Text.ElideRight
-                    text: slot.leadsBack ? "\u2039 " + slot.item.title : slot.item.title
+                    fontSizeMode: Text.Fit
+                    minimumPixelSize: 9
+                    text: (slot.leadsBack ? "\u2039 " : "") + slot.item.title.replace(/\./g, ".\u200b")
                     textFormat: Text.PlainText
-                    color: slot.selected ? Theme.accent : Theme.text
-                    font { family: Theme.fontFamily; pixelSize: 11 }
+                    color: slot.selected ? Theme.textStrong : Theme.text
+                    font {
+                        family: Theme.fontFamily
+                        // As large as a word of nine letters fits a slot.
+                        pixelSize: Math.min(Theme.scaled(11), Math.round(slot.width / 4.6))
+                    }
                 }
             }
         }

@@ -11,6 +11,9 @@ FocusScope {
 
     readonly property TableView table: controller.tableView
     readonly property HeaderView header: controller.headerView
+    // Nothing to show but the row that asks for more, which then stands at the foot: what the list
+    // says of itself comes first.
+    readonly property bool bare: controller.rows.loadMoreAlone
 
     Rectangle {
         anchors.fill: parent
@@ -27,8 +30,11 @@ FocusScope {
         height: root.table.frame.height
         // The first row begins where the header's touches end, and the last one ends above what
         // of the table reaches below the screen.
-        topMargin: root.controller.tableTopInset
-        bottomMargin: Math.max(0, y + height - root.height) + (notice.visible ? notice.height + 24 : 0)
+        topMargin: root.bare ? Math.max(root.controller.tableTopInset, height - bottomMargin - Theme.rowHeight)
+                             : root.controller.tableTopInset
+        bottomMargin: Math.max(0, y + height - root.height)
+                      + (notice.visible && !root.bare ? notice.height + 24 : 0)
+        onTopMarginChanged: if (root.bare) toTop()
         model: root.controller.rows
         reuseItems: true
         cacheBuffer: 370
@@ -93,6 +99,18 @@ FocusScope {
                 keyboardInUse = true
                 currentIndex = Math.max(0, indexAt(1, contentY + topMargin + 18))
             }
+        }
+
+        Connections {
+            target: root
+            function onBareChanged(): void { settling.restart() }
+        }
+
+        // Once everything has its place.
+        Timer {
+            id: settling
+            interval: 0
+            onTriggered: list.toTop()
         }
 
         Connections {
@@ -165,13 +183,16 @@ FocusScope {
         id: notice
         controller: root.controller
         anchors.horizontalCenter: parent.horizontalCenter
-        y: list.count === 0
+        y: !overRows
            ? (list.y + root.height) / 2 - height / 2
            : root.height - height - 12
         width: Math.min(parent.width - 40, Theme.formWidth)
-        overRows: list.count > 0
-        // It goes with the tap, and the focus must be somewhere.
-        onClicked: list.forceActiveFocus()
+        overRows: list.count > 0 && !root.bare
+        // It goes with the tap, and the focus must be somewhere: here, unless the tap led elsewhere.
+        onClicked: {
+            if (list.enabled && list.visible)
+                list.forceActiveFocus()
+        }
     }
 
     Image {

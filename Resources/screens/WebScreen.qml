@@ -85,7 +85,7 @@ FocusScope {
                 textFormat: Text.PlainText
                 text: place.error
                 color: Theme.text
-                font { family: Theme.fontFamily; pixelSize: 15 }
+                font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }

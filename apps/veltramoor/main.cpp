@@ -2,6 +2,7 @@
 #include <QtQml/qqmlextensionplugin.h>
 #include <malloc.h>
 #include <QCommandLineParser>
+#include <QDBusConnection>
 #include <QFont>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -27,6 +28,7 @@
 #include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
 #include "shell/WindowSize.h"
+#include "toolkit/DesktopWishes.h"
 #include "toolkit/EngineMessages.h"
 #include "toolkit/SharedInstances.h"
 
@@ -231,6 +233,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   SiteConfiguration::setCurrent(configurationFrom(parser));
+  const veltramoor::DesktopWishes desktopWishes(QDBusConnection::sessionBus());
 
   try {
     return run(parser);

@@ -103,6 +103,7 @@ TEST(SiteConfiguration, WhatIsWrongIsNamedWithItsLineAndTheRestHolds) {
     EXPECT_EQ(configuration.siteHost, "");
     EXPECT_EQ(configuration.captchaHost, "captcha.example");
     EXPECT_EQ(configuration.donationUrl, "https://donate.example/");
+    EXPECT_FALSE(configuration.hasDonationPage());
   }
 }
 

@@ -96,6 +96,7 @@ TEST_F(ShellTest, FromTheFirstStartToTheLogout) {
     app.type(Qt::Key_Return);
     app.typeText("wrong");
     app.type(Qt::Key_Return);
+    EXPECT_EQ(app.focused(), "loginBtn");
     EXPECT_EQ(store_.string("Veltramoor_username"), "demo");
     EXPECT_EQ(store_.string("Veltramoor_password"), "wrong");
     EXPECT_EQ(app.item("passwordInput")->property("displayText").toString(),
@@ -269,7 +270,26 @@ TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
   EXPECT_EQ(ServerInfo::sharedInstance().address(), "nas") << "what was typed is kept";
 }
 
+TEST_F(ShellTest, NobodyIsAskedToDonateNowhereAndAGreyedFieldSaysWhatToDo) {
+  Application app(nullptr);
+  ASSERT_TRUE(app.waitForItem("loginView"));
+  EXPECT_FALSE(app.item("donateView")->isVisible());
+  for (const char* field : {"username", "password"}) {
+    app.item("loginBtn")->forceActiveFocus();
+    app.click(app.item(field));
+    EXPECT_EQ(app.focused(), "anonymousLogin");
+    EXPECT_TRUE(app.item("anonymousLoginPointedOut")->isVisible());
+  }
+  app.type(Qt::Key_Space);
+  EXPECT_FALSE(app.item("anonymousLoginPointedOut")->isVisible());
+  app.click(app.item("password"));
+  EXPECT_EQ(app.focused(), "passwordInput");
+}
+
 TEST_F(ShellTest, ThePanelTurnsAndReturns) {
+  SiteConfiguration configuration = SiteConfiguration::current();
+  configuration.donationUrl = "http://donate.test/";
+  SiteConfiguration::setCurrent(configuration);
   Application app(nullptr);
   ASSERT_TRUE(app.waitForItem("loginView"));
   int opened = 0;
