@@ -9,6 +9,7 @@
 #include "shell/overlay/SendingTorrentIndicator.h"
 #include "toolkit/AlertView.h"
 #include "toolkit/Device.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/ViewController.h"
 
@@ -23,6 +24,7 @@ class VeltramoorAppDelegate : public QObject {
   Q_PROPERTY(veltramoor::View* window READ window CONSTANT)
   Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
   Q_PROPERTY(veltramoor::Presentation* presentation READ presentation CONSTANT)
+  Q_PROPERTY(veltramoor::PopupMenu* menu READ menu CONSTANT)
   Q_PROPERTY(veltramoor::LoadingIndicator* loadingIndicator READ loadingIndicator CONSTANT)
   Q_PROPERTY(veltramoor::SendingTorrentIndicator* sendingTorrentIndicator READ
                  sendingTorrentIndicator CONSTANT)
@@ -47,12 +49,13 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] View* window() const;
   [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
   [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
+  [[nodiscard]] PopupMenu* menu() const { return &PopupMenu::sharedInstance(); }
   [[nodiscard]] LoadingIndicator* loadingIndicator() const;
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
 
-  /// What the Escape key does, whatever has the focus: it closes an alert, else leaves a form that
-  /// covers everything, else goes on from a wait that offers it, else asks the screen on show. A
-  /// screen that has no use for it leaves it to what has the focus.
+  /// What the Escape key does, whatever has the focus: it closes an alert, else a menu, else leaves
+  /// a form that covers everything, else goes on from a wait that offers it, else asks the screen
+  /// on show. A screen that has no use for it leaves it to what has the focus.
   Q_INVOKABLE void escape();
 
   /// URL of a resource image, for views.

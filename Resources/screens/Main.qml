@@ -35,8 +35,8 @@ Window {
         objectName: "rootScreen"
         anchors.fill: parent
         controller: App.viewController
-        focus: !App.alertView.visible && !modal.shown
-        enabled: !App.alertView.visible && !modal.shown
+        focus: !App.alertView.visible && !modal.shown && !App.menu.open
+        enabled: !App.alertView.visible && !modal.shown && !App.menu.open
     }
 
     // A form that covers everything until it is done with.
@@ -59,6 +59,18 @@ Window {
     LoadingOverlay {
         objectName: "sendingOverlay"
         indicator: App.sendingTorrentIndicator
+    }
+
+    // Made when a row asks for its menu.
+    Loader {
+        objectName: "menuPlace"
+        anchors.fill: parent
+        active: App.menu.open
+        focus: App.menu.open && !App.alertView.visible
+        enabled: !App.alertView.visible
+        sourceComponent: RowMenu {
+            menu: App.menu
+        }
     }
 
     AlertBox {

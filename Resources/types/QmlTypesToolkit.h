@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include "toolkit/BarButton.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/Switch.h"
 #include "toolkit/TextField.h"
@@ -23,6 +24,13 @@ struct BarItemUsed {
   Q_GADGET
   QML_FOREIGN(veltramoor::BarItem)
   QML_NAMED_ELEMENT(BarItem)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct PopupMenuUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::PopupMenu)
+  QML_NAMED_ELEMENT(PopupMenu)
   QML_UNCREATABLE("made by the application")
 };
 
