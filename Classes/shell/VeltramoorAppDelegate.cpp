@@ -127,6 +127,8 @@ void VeltramoorAppDelegate::escape() {
   LoadingIndicator* sending = sendingTorrentIndicator();
   if (alertView_.isVisible()) {
     alertView_.dismissWithButtonIndex(0);
+  } else if (menu()->isOpen()) {
+    menu()->close();
   } else if (ViewController* form = presentation()->controller()) {
     form->cancel();
   } else if (loading->canGoOn()) {

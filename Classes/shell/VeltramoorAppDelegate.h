@@ -10,6 +10,7 @@
 #include "toolkit/AlertView.h"
 #include "toolkit/Device.h"
 #include "toolkit/InputWatch.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/ViewController.h"
 
@@ -25,6 +26,7 @@ class VeltramoorAppDelegate : public QObject {
   Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
   Q_PROPERTY(veltramoor::InputWatch* input READ input CONSTANT)
   Q_PROPERTY(veltramoor::Presentation* presentation READ presentation CONSTANT)
+  Q_PROPERTY(veltramoor::PopupMenu* menu READ menu CONSTANT)
   Q_PROPERTY(veltramoor::LoadingIndicator* loadingIndicator READ loadingIndicator CONSTANT)
   Q_PROPERTY(veltramoor::SendingTorrentIndicator* sendingTorrentIndicator READ
                  sendingTorrentIndicator CONSTANT)
@@ -50,12 +52,13 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
   [[nodiscard]] InputWatch* input() const { return &InputWatch::sharedInstance(); }
   [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
+  [[nodiscard]] PopupMenu* menu() const { return &PopupMenu::sharedInstance(); }
   [[nodiscard]] LoadingIndicator* loadingIndicator() const;
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
 
-  /// What the Escape key does, whatever has the focus: it closes an alert, else leaves a form that
-  /// covers everything, else goes on from a wait that offers it, else asks the screen on show. A
-  /// screen that has no use for it leaves it to what has the focus.
+  /// What the Escape key does, whatever has the focus: it closes an alert, else a menu, else leaves
+  /// a form that covers everything, else goes on from a wait that offers it, else asks the screen
+  /// on show. A screen that has no use for it leaves it to what has the focus.
   Q_INVOKABLE void escape();
 
   /// What Ctrl+F does: the search is on show, and what is typed goes to it.

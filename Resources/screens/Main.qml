@@ -36,7 +36,7 @@ Window {
     }
 
     function keepFocus(): void {
-        if (!active || App.alertView.visible)
+        if (!active || App.alertView.visible || App.menu.open)
             return
         for (let item = activeFocusItem; item; item = item.parent) {
             // The engine has items of its own for a page.
@@ -117,8 +117,8 @@ Window {
             }
             anchors.fill: parent
             controller: App.viewController
-            focus: !App.alertView.visible && !modal.shown
-            enabled: !App.alertView.visible && !modal.shown
+            focus: !App.alertView.visible && !modal.shown && !App.menu.open
+            enabled: !App.alertView.visible && !modal.shown && !App.menu.open
         }
 
         // A form that covers everything until it is done with.
@@ -142,7 +142,18 @@ Window {
             objectName: "sendingOverlay"
             indicator: App.sendingTorrentIndicator
         }
+    }
 
+    // Made when a row asks for its menu.
+    Loader {
+        objectName: "menuPlace"
+        anchors.fill: parent
+        active: App.menu.open
+        focus: App.menu.open && !App.alertView.visible
+        enabled: !App.alertView.visible
+        sourceComponent: RowMenu {
+            menu: App.menu
+        }
     }
 
     AlertBox {

@@ -62,6 +62,10 @@ FocusScope {
                 list.keyboardInUse = false
                 list.currentIndex = index
             }
+            onMenuAsked: beside => {
+                if (!list.moving)
+                    root.controller.menu.open(index, beside, false)
+            }
         }
         // qmllint enable unqualified
 
@@ -78,7 +82,18 @@ FocusScope {
             keyboardInUse = true
             if (goingOn.running)
                 goOn()
+            if (event.matches(StandardKey.Copy)) {
+                root.controller.menu.copyMagnetLink(currentIndex)
+                event.accepted = true
+                return
+            }
             switch (event.key) {
+            case Qt.Key_Menu: askForMenu(); break
+            case Qt.Key_F10:
+                if (!(event.modifiers & Qt.ShiftModifier))
+                    return
+                askForMenu()
+                break
             case Qt.Key_Home: currentIndex = 0; break
             case Qt.Key_End: currentIndex = count - 1; break
             case Qt.Key_PageDown: currentIndex = Math.min(count - 1, currentIndex + 10); break
@@ -86,6 +101,13 @@ FocusScope {
             default: return
             }
             event.accepted = true
+        }
+
+        function askForMenu(): void {
+            if (currentItem === null)
+                return
+            const at = currentItem.mapToItem(null, 40, 0)
+            root.controller.menu.open(currentIndex, Qt.rect(at.x, at.y, 0, currentItem.height), true)
         }
 
         function select(event: KeyEvent): void {

@@ -7,6 +7,7 @@
 
 #include "toolkit/BarButton.h"
 #include "toolkit/InputWatch.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/Switch.h"
 #include "toolkit/TextField.h"
@@ -31,6 +32,13 @@ struct InputWatchUsed {
   Q_GADGET
   QML_FOREIGN(veltramoor::InputWatch)
   QML_NAMED_ELEMENT(InputWatch)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct PopupMenuUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::PopupMenu)
+  QML_NAMED_ELEMENT(PopupMenu)
   QML_UNCREATABLE("made by the application")
 };
 
