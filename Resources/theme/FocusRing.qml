@@ -5,10 +5,10 @@ import Veltramoor
 Rectangle {
     // Whether the control has the focus.
     property bool shown: false
-    readonly property bool lit: shown && App.input.keys
+    readonly property bool seen: shown && App.input.keys
 
     anchors.fill: parent
     color: "transparent"
-    border.width: lit ? 2 : 0
+    border.width: seen ? 2 : 0
     border.color: Theme.accent
 }

@@ -36,7 +36,7 @@ class SettingsScreensTest : public test::ScreenTest {
   }
   [[nodiscard]] int rings() const {
     const auto count = [](const auto& self, QQuickItem* item) -> int {
-      int shown = item->property("lit").toBool() && item->isVisible() ? 1 : 0;
+      int shown = item->property("seen").toBool() && item->isVisible() ? 1 : 0;
       for (QQuickItem* child : item->childItems()) {
         shown += self(self, child);
       }
