@@ -37,7 +37,7 @@ FocusScope {
     Rectangle {
         id: box
         anchors.centerIn: parent
-        width: Math.min(parent.width - 40, 320)
+        width: Math.min(parent.width - 40, Theme.scaled(320))
         height: content.height + 32
         radius: 12
         color: Theme.row
