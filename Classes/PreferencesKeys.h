@@ -13,6 +13,9 @@ inline constexpr std::string_view version = "Veltramoor_version";
 /// Number: index of the selected tab; absent: the first.
 inline constexpr std::string_view tab = "Veltramoor_tab";
 
+/// Size of the window when it was last closed, in points: "360x720".
+inline constexpr std::string_view windowSize = "Veltramoor_windowSize";
+
 /// The site account, in plain text; absent: an empty field.
 inline constexpr std::string_view username = "Veltramoor_username";
 inline constexpr std::string_view password = "Veltramoor_password";

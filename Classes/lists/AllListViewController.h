@@ -18,6 +18,7 @@
 #include "lists/ListSending.h"
 #include "lists/LoadMoreItemView.h"
 #include "lists/TorrentItemTableViewCell.h"
+#include "lists/TorrentMenu.h"
 #include "lists/TorrentTableModel.h"
 #include "lists/listings/Listing.h"
 #include "platform/OperationQueue.h"
@@ -41,6 +42,7 @@ class AllListViewController : public veltramoor::ViewController,
   Q_PROPERTY(veltramoor::TableView* tableView READ tableView CONSTANT)
   Q_PROPERTY(veltramoor::HeaderView* headerView READ headerView CONSTANT)
   Q_PROPERTY(veltramoor::LoadMoreItemView* loadMoreItem READ loadMoreItem CONSTANT)
+  Q_PROPERTY(veltramoor::TorrentMenu* menu READ menu CONSTANT)
   Q_PROPERTY(QRectF bannerFrame READ bannerFrame NOTIFY layoutChanged)
   Q_PROPERTY(double tableTopInset READ tableTopInset NOTIFY layoutChanged)
   Q_PROPERTY(QString bannerPattern READ bannerPattern NOTIFY layoutChanged)
@@ -57,6 +59,14 @@ class AllListViewController : public veltramoor::ViewController,
   explicit AllListViewController(TableViewStyle style);
   ~AllListViewController() override;
 
+  /// Refreshes, where a tap on the header's button would.
+  bool perform(KeyCommand command) override {
+    const bool refreshes = command == KeyCommand::Reload && headerView_.refreshBtn()->isEnabled();
+    if (refreshes) {
+      didRefresh();
+    }
+    return refreshes;
+  }
   void viewWillLayout() override { loadView(); }
   /// Fetches page 0 unless a page has arrived before.
   void viewWillAppear() override;
@@ -101,6 +111,7 @@ class AllListViewController : public veltramoor::ViewController,
   [[nodiscard]] TableView* tableView() { return &tableView_; }
   [[nodiscard]] HeaderView* headerView() { return &headerView_; }
   [[nodiscard]] LoadMoreItemView* loadMoreItem() { return &loadMoreItem_; }
+  [[nodiscard]] TorrentMenu* menu() { return &menu_; }
   [[nodiscard]] QRectF bannerFrame() const { return layout_.banner; }
   [[nodiscard]] double tableTopInset() const { return layout_.tableTopInset; }
   /// Image URL of the pattern behind the banner.
@@ -195,6 +206,7 @@ class AllListViewController : public veltramoor::ViewController,
   TableView tableView_;
   HeaderView headerView_;
   LoadMoreItemView loadMoreItem_;
+  TorrentMenu menu_{*this};
   TextField* searchBar_ = nullptr;
   ListLayout layout_;
   ImageCache images_;

@@ -1,7 +1,11 @@
 #include "lists/EditFavoriteListViewController.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include "lists/listings/FilterStore.h"
 #include "toolkit/NavigationController.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 
 namespace veltramoor {
@@ -17,8 +21,11 @@ std::vector<std::unique_ptr<BarButton>> one(std::unique_ptr<BarButton> button) {
 
 EditFavoriteListViewController::EditFavoriteListViewController(TableViewStyle,
                                                                std::vector<std::string> names)
-    : ViewController(QStringLiteral("EditFavoriteList.qml")), names_(std::move(names)) {
+    : ViewController(QStringLiteral("EditFavoriteList.qml")),
+      removal_(&FilterStore::insertAt),
+      names_(std::move(names)) {
   setTitle(tr("Favorite filters"));
+  connect(&removal_, &RemovalOffer::undone, this, &EditFavoriteListViewController::reloadFilters);
   reloadFilters();
 }
 
@@ -42,11 +49,14 @@ void EditFavoriteListViewController::viewWillAppear() {
   }
 }
 
+void EditFavoriteListViewController::viewWillDisappear() { removal_.end(); }
+
 void EditFavoriteListViewController::reloadFilters() {
   filters_.setRegexes(FilterStore::regexes());
 }
 
 void EditFavoriteListViewController::addFavorite() {
+  removal_.end();
   Presentation::sharedInstance().present(std::make_shared<FavoriteComposeViewController>(
       std::weak_ptr<FavoriteComposeViewControllerDelegate>(sharedController(this)), names_));
 }
@@ -70,9 +80,24 @@ void EditFavoriteListViewController::commitEditingStyle(EditingStyle style, int 
     return;
   }
   const auto index = static_cast<std::size_t>(row);
-  if (FilterStore::remove(index, filters_.filters()[index].regex())) {
+  const std::vector<std::string> before = filters_.regexes();
+  const std::string& regex = before[index];
+  if (FilterStore::remove(index, regex)) {
     filters_.remove(row);
+    removal_.make(ArrayPlace::of(before, index), regex,
+                  regex.empty() ? tr("the empty filter") : QString::fromStdString(regex));
   }
+}
+
+void EditFavoriteListViewController::openMenu(int row, const QRectF& beside, bool byKey) {
+  if (row < 0 || row >= filters_.rowCount()) {
+    return;
+  }
+  const QString regex = filters_.index(row).data(FavoriteFiltersModel::RegexRole).toString();
+  PopupMenu::sharedInstance().open(
+      this, {.beside = beside, .byKey = byKey}, regex,
+      {{.title = tr("Copy"), .chosen = [regex] { QGuiApplication::clipboard()->setText(regex); }},
+       {.title = tr("Delete"), .chosen = [this, row] { emit deleteChosen(row); }}});
 }
 
 }  // namespace veltramoor

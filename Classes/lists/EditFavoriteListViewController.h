@@ -1,12 +1,14 @@
 // The list of favourite filters.
 #pragma once
 
+#include <QRectF>
 #include <string>
 #include <vector>
 
 #include "lists/AllListViewController.h"
 #include "lists/FavoriteComposeViewController.h"
 #include "lists/FavoriteFiltersModel.h"
+#include "lists/RemovalOffer.h"
 #include "toolkit/ViewController.h"
 
 namespace veltramoor {
@@ -17,6 +19,7 @@ class EditFavoriteListViewController : public veltramoor::ViewController,
                                        public FavoriteComposeViewControllerDelegate {
   Q_OBJECT
   Q_PROPERTY(veltramoor::FavoriteFiltersModel* filters READ filters CONSTANT)
+  Q_PROPERTY(veltramoor::RemovalOffer* removal READ removal CONSTANT)
 
  public:
   enum class EditingStyle { None, Delete, Insert };
@@ -29,6 +32,8 @@ class EditFavoriteListViewController : public veltramoor::ViewController,
   void viewDidLoad() override;
   /// Without filters the compose form opens at once.
   void viewWillAppear() override;
+  /// Ends the offer to undo.
+  void viewWillDisappear() override;
 
   void reloadFilters();
   Q_INVOKABLE void addFavorite();
@@ -38,11 +43,20 @@ class EditFavoriteListViewController : public veltramoor::ViewController,
   /// Removes the filter at `row`; other styles do nothing.
   Q_INVOKABLE void commitEditingStyle(
       veltramoor::EditFavoriteListViewController::EditingStyle style, int row);
+  /// Opens the menu of row `row` beside that part of the window.
+  Q_INVOKABLE void openMenu(int row, const QRectF& beside, bool byKey);
 
   [[nodiscard]] FavoriteFiltersModel* filters() { return &filters_; }
+  /// Stands after a deletion.
+  [[nodiscard]] RemovalOffer* removal() { return &removal_; }
+
+ signals:
+  /// The menu's "Delete" of row `row`.
+  void deleteChosen(int row);
 
  private:
   FavoriteFiltersModel filters_;
+  RemovalOffer removal_;
   std::vector<std::string> names_;
 };
 

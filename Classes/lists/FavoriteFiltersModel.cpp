@@ -1,6 +1,7 @@
 #include "lists/FavoriteFiltersModel.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace veltramoor {
 
@@ -28,20 +29,33 @@ QHash<int, QByteArray> FavoriteFiltersModel::roleNames() const {
   return {{RegexRole, "regex"}, {ProblemRole, "problem"}};
 }
 
+std::vector<std::string> FavoriteFiltersModel::regexes() const {
+  std::vector<std::string> texts;
+  for (const Filter& filter : filters_) {
+    texts.push_back(filter.regex());
+  }
+  return texts;
+}
+
 void FavoriteFiltersModel::setRegexes(const std::vector<std::string>& regexes) {
-  const auto [kept, wanted] = std::ranges::mismatch(filters_, regexes, {}, &Filter::regex);
-  const int first = static_cast<int>(kept - filters_.begin());
-  if (kept != filters_.end()) {
-    beginRemoveRows({}, first, rowCount() - 1);
-    while (rowCount() > first) {
-      filters_.pop_back();
-    }
+  const auto [first, wanted] = std::ranges::mismatch(filters_, regexes, {}, &Filter::regex);
+  auto last = filters_.end();
+  auto wantedEnd = regexes.end();
+  while (last != first && wantedEnd != wanted &&
+         std::prev(last)->regex() == *std::prev(wantedEnd)) {
+    --last;
+    --wantedEnd;
+  }
+  const int row = static_cast<int>(first - filters_.begin());
+  if (last != first) {
+    beginRemoveRows({}, row, static_cast<int>(last - filters_.begin()) - 1);
+    filters_.erase(first, last);
     endRemoveRows();
   }
-  if (wanted != regexes.end()) {
-    beginInsertRows({}, first, static_cast<int>(regexes.size()) - 1);
-    for (auto regex = wanted; regex != regexes.end(); ++regex) {
-      filters_.emplace_back(*regex);
+  if (wantedEnd != wanted) {
+    beginInsertRows({}, row, row + static_cast<int>(wantedEnd - wanted) - 1);
+    for (auto regex = wanted; regex != wantedEnd; ++regex) {
+      filters_.emplace(filters_.begin() + row + (regex - wanted), *regex);
     }
     endInsertRows();
   }

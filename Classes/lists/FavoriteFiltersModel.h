@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <string>
 #include <vector>
 
 #include "lists/listings/Filter.h"
@@ -27,7 +28,9 @@ class FavoriteFiltersModel : public QAbstractListModel {
   [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
   [[nodiscard]] const std::vector<Filter>& filters() const { return filters_; }
-  /// Keeps the rows that begin the list both before and after.
+  /// The texts as typed.
+  [[nodiscard]] std::vector<std::string> regexes() const;
+  /// Keeps the rows that begin or end the list both before and after.
   void setRegexes(const std::vector<std::string>& regexes);
   void remove(int row);
 

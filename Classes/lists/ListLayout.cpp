@@ -1,5 +1,7 @@
 #include "lists/ListLayout.h"
 
+#include <algorithm>
+
 #include "lists/HeaderView.h"
 
 namespace veltramoor {
@@ -9,11 +11,17 @@ constexpr double kPhoneBanner = 50;
 constexpr double kPadBanner = 90;
 constexpr double kTableBelowBanner = 34;
 constexpr double kSearchBar = 45;
+constexpr double kRow = 37;
+constexpr double kRowsInSight = 4;
 }  // namespace
 
 ListLayout listLayout(QSizeF screen, bool pad, double containerHeight, double tabBarHeight,
                       bool withSearchBar) {
-  const double banner = pad ? kPadBanner : kPhoneBanner;
+  const double underBanner =
+      tabBarHeight + (withSearchBar ? kTableBelowBanner + kSearchBar : HeaderView::kTouchHeight);
+  // Four rows stay in sight: where they do not fit beneath the banner, it gives way.
+  const double banner = std::clamp(containerHeight - underBanner - kRowsInSight * kRow, 0.0,
+                                   pad ? kPadBanner : kPhoneBanner);
   const QRectF bannerFrame(0, 0, screen.width(), banner);
   const QRectF header(0, banner, screen.width(), HeaderView::kHeight);
   const double top = banner + kTableBelowBanner;

@@ -36,6 +36,20 @@ void SearchListViewController::viewWillAppear() {
   tellOfOtherSettings();
 }
 
+void SearchListViewController::viewDidAppear() {
+  if (!rows()->torrents() && !isBusy()) {
+    mySearchBar_.becomeFirstResponder();
+  }
+}
+
+bool SearchListViewController::perform(KeyCommand command) {
+  if (command != KeyCommand::Search) {
+    return AllListViewController::perform(command);
+  }
+  mySearchBar_.becomeFirstResponder();
+  return true;
+}
+
 void SearchListViewController::clearRows() {
   rows()->clear();
   listing().setCurrentPage(0);

@@ -19,6 +19,9 @@ class SearchListViewController : public veltramoor::AllListViewController {
 
   /// Fetches nothing. The page counter starts anew, so that "load more" asks for page 1 again.
   void viewWillAppear() override;
+  /// What is typed goes to a search that has not begun.
+  void viewDidAppear() override;
+  bool perform(KeyCommand command) override;
   /// Asks again for the query of the latest search, whatever the bar holds.
   void didRefresh() override;
   void didSearch() override;

@@ -15,6 +15,10 @@ constexpr double kIconSide = 10;
 constexpr double kUpLeft = 214;
 constexpr double kDownLeft = 261;
 constexpr double kLineTop = 20;
+constexpr double kNameLeft = 40;
+// What the button at the row's end takes, and the width of a window from which a row is a wide one.
+constexpr double kSendButton = 44;
+constexpr double kWide = 480;
 
 // Liberation Sans has Arial's metrics; made once for all rows.
 struct Fonts {
@@ -84,12 +88,12 @@ void TorrentItemTableViewCell::drawContentView(QPainter& painter, const QRectF& 
   if (!waitLbl.isEmpty()) {
     drawWrapped(painter, fonts().small, QRectF(10, 40, 30, rect.height()), waitLbl);
   }
-  // A desktop window may be wide without being as high as a tablet.
+  // The whole width up to the send button, where a phone's would leave half of the row empty.
   const Device& device = Device::sharedInstance();
-  const double screenWidth = device.screenSize().width();
-  const double nameWidth = device.isPad() || screenWidth >= 600 ? screenWidth : 230;
+  const bool wide = device.isPad() || device.screenSize().width() >= kWide;
+  const double nameWidth = wide ? rect.width() - kNameLeft - kSendButton : 230;
   const QString name = QFontMetricsF(fonts().name).elidedText(nameLbl, Qt::ElideRight, nameWidth);
-  drawText(painter, fonts().name, 40, 5, name);
+  drawText(painter, fonts().name, kNameLeft, 5, name);
   drawText(painter, fonts().small, 40, kLineTop, dateLbl);
   drawText(painter, fonts().small, 120, kLineTop, sizeLbl);
   drawCount(painter, kUpLeft, upLbl);

@@ -36,6 +36,13 @@ std::optional<std::size_t> indexNearest(const Strings& elements, std::size_t ind
   return nearest;
 }
 
+/// Without the oldest elements over `maximum`.
+Strings newest(Strings elements, std::size_t maximum) {
+  const auto excess = elements.size() - std::min(maximum, elements.size());
+  elements.erase(elements.begin(), elements.begin() + static_cast<std::ptrdiff_t>(excess));
+  return elements;
+}
+
 /// Ends a statement's read when the scope ends: an unfinished one would keep the write-ahead file
 /// from being folded back.
 class ScopedStatement {
@@ -98,12 +105,20 @@ class Preferences::Impl {
                  [&] {
                    Strings elements = storedElements(key).value_or(Strings());
                    elements.push_back(value);
-                   const auto excess = elements.size() - std::min(maximum, elements.size());
-                   elements.erase(elements.begin(),
-                                  elements.begin() + static_cast<std::ptrdiff_t>(excess));
-                   store(key, elements);
+                   store(key, newest(std::move(elements), maximum));
                  },
                  refusal);
+  }
+
+  bool insertElement(std::string_view key, const ArrayPlace& place, const std::string& value,
+                     std::size_t maximum) {
+    return write([] { return false; },
+                 [&] {
+                   Strings elements = storedElements(key).value_or(Strings());
+                   const auto at = static_cast<std::ptrdiff_t>(place.in(elements));
+                   elements.insert(elements.begin() + at, value);
+                   store(key, newest(std::move(elements), maximum));
+                 });
   }
 
   bool removeElement(std::string_view key, std::size_t index, const std::string& value) {
@@ -294,6 +309,11 @@ bool Preferences::appendToArray(std::string_view key, const std::string& value, 
 bool Preferences::removeFromArray(std::string_view key, std::size_t index,
                                   const std::string& value) {
   return impl_->removeElement(key, index, value);
+}
+
+bool Preferences::insertIntoArray(std::string_view key, const ArrayPlace& place,
+                                  const std::string& value, std::size_t maximum) {
+  return impl_->insertElement(key, place, value, maximum);
 }
 
 bool Preferences::isPersistent() const { return impl_->isPersistent(); }

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ArrayPlace.h"
+
 namespace veltramoor {
 
 /// The persistent key-value store. Thread-safe; two processes may use one file. Values are UTF-8
@@ -53,6 +55,10 @@ class Preferences {
   /// the array has changed since, the one of this value that is nearest (the earlier of two), and
   /// nothing, which is no failure, when there is none any more.
   bool removeFromArray(std::string_view key, std::size_t index, const std::string& value);
+  /// Inserts, in one such step, an element where `place` is by then (none counts as empty). The
+  /// oldest elements over `maximum` go, as they would have gone if it had never been away.
+  bool insertIntoArray(std::string_view key, const ArrayPlace& place, const std::string& value,
+                       std::size_t maximum = kNoMaximum);
 
   /// Nothing to do, every write being durable already; kept so that writers can say what they mean.
   void synchronize() {}

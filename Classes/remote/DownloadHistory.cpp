@@ -20,4 +20,9 @@ bool DownloadHistory::removeAt(std::size_t index, const std::string& name) {
                                                        name);
 }
 
+bool DownloadHistory::insertAt(const ArrayPlace& place, const std::string& name) {
+  return Preferences::sharedInstance().insertIntoArray(PreferencesKeys::torrentHistory, place, name,
+                                                       kMaximum);
+}
+
 }  // namespace veltramoor

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/ArrayPlace.h"
+
 namespace veltramoor {
 
 /// The array under the history key: oldest first, at most 50, duplicates kept. Thread-safe: sends
@@ -21,6 +23,10 @@ class DownloadHistory {
   /// them; when others came or went since, the one of this name nearest to there, if there still is
   /// one. False when the store could not be written.
   static bool removeAt(std::size_t index, const std::string& name);
+  /// Inserts a name that was removed from `place` where that is by now. In a history that sends
+  /// have filled up meanwhile the oldest name gives way, as it would have if nothing had been
+  /// removed. False when the store could not be written.
+  static bool insertAt(const ArrayPlace& place, const std::string& name);
 };
 
 }  // namespace veltramoor

@@ -3,11 +3,13 @@
 #include <algorithm>
 
 #include "PreferencesKeys.h"
+#include "lists/SearchListViewController.h"
 #include "platform/MainThread.h"
 #include "platform/Preferences.h"
 #include "platform/SiteConfiguration.h"
 #include "shell/TabAssembly.h"
 #include "site/SiteSession.h"
+#include "toolkit/NavigationController.h"
 #include "toolkit/WebCookies.h"
 
 namespace veltramoor {
@@ -50,6 +52,27 @@ void SwitchViewController::loadLoginView() {
 
 bool SwitchViewController::escape() {
   return showLogin_ ? tabBarController_->escape() : loginViewController_->escape();
+}
+
+bool SwitchViewController::perform(KeyCommand command) {
+  return showLogin_ &&
+         (command == KeyCommand::Search ? showSearch() : tabBarController_->perform(command));
+}
+
+bool SwitchViewController::showSearch() {
+  for (const auto& tab : tabBarController_->viewControllers()) {
+    auto* stack = qobject_cast<NavigationController*>(tab.get());
+    if (stack == nullptr || qobject_cast<SearchListViewController*>(
+                                stack->stack()->controllers().front().get()) == nullptr) {
+      continue;
+    }
+    if (tabBarController_->selectedViewController() != stack || stack->depth() > 1) {
+      tabBarController_->choose(stack);
+    }
+    return tabBarController_->selectedViewController() == stack &&
+           stack->perform(KeyCommand::Search);
+  }
+  return false;
 }
 
 void SwitchViewController::switchViews() {

@@ -30,6 +30,8 @@ class SwitchViewController : public veltramoor::ViewController, public TabBarCon
 
   /// The tabs are asked, or the login screen, whichever is on show.
   bool escape() override;
+  /// A search may begin on any tab; everything else is the tabs' own.
+  bool perform(KeyCommand command) override;
 
   void switchViews();
   /// Deletes the site's cookies and returns to the login screen.
@@ -56,6 +58,7 @@ class SwitchViewController : public veltramoor::ViewController, public TabBarCon
   void loadLoginView();
   void buildTabs();
   void dropTabs();
+  bool showSearch();
   void sessionInvalidatedResponse(const HttpRequest& answer);
 
   std::shared_ptr<LoginViewController> loginViewController_;

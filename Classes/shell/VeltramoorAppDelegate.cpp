@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QThread>
 #include <QWindow>
+#include <algorithm>
 #include <cassert>
 #include <chrono>
 
@@ -17,6 +18,7 @@
 #include "platform/RefusedWrites.h"
 #include "platform/UrlLoading.h"
 #include "shell/DemoSiteProcess.h"
+#include "shell/KeySheetController.h"
 #include "shell/SwitchViewController.h"
 #include "shell/overlay/ApplicationWindow.h"
 #include "site/AnonymousUser.h"
@@ -33,6 +35,13 @@ void recordVersion() {
     preferences.setString(PreferencesKeys::version, Bundle::version());
     preferences.synchronize();
   }
+}
+
+void coverByKeyboard() {
+  const QRectF keys = QGuiApplication::inputMethod()->keyboardRectangle();
+  const double height = Device::sharedInstance().screenSize().height();
+  Device::sharedInstance().setKeyboardCover(
+      keys.isEmpty() ? 0 : std::clamp(height - keys.top(), 0.0, height));
 }
 
 }  // namespace
@@ -52,6 +61,7 @@ VeltramoorAppDelegate::VeltramoorAppDelegate() {
   const QInputMethod* keyboard = QGuiApplication::inputMethod();
   connect(keyboard, &QInputMethod::visibleChanged, this,
           [keyboard] { Device::sharedInstance().setKeyboardShown(keyboard->isVisible()); });
+  connect(keyboard, &QInputMethod::keyboardRectangleChanged, this, &coverByKeyboard);
 }
 
 VeltramoorAppDelegate::~VeltramoorAppDelegate() {
@@ -117,6 +127,8 @@ void VeltramoorAppDelegate::escape() {
   LoadingIndicator* sending = sendingTorrentIndicator();
   if (alertView_.isVisible()) {
     alertView_.dismissWithButtonIndex(0);
+  } else if (menu()->isOpen()) {
+    menu()->close();
   } else if (ViewController* form = presentation()->controller()) {
     form->cancel();
   } else if (loading->canGoOn()) {
@@ -132,6 +144,24 @@ void VeltramoorAppDelegate::escape() {
       QCoreApplication::sendEvent(focus, &press);
     }
   }
+}
+
+void VeltramoorAppDelegate::perform(KeyCommand command) {
+  if (viewController_ != nullptr) {
+    viewController_->perform(command);
+  }
+}
+
+void VeltramoorAppDelegate::selectTab(int slot) {
+  const auto* root = qobject_cast<SwitchViewController*>(viewController_.get());
+  if (root != nullptr && root->showLogin()) {
+    TabBarController& tabs = *root->tabBarController();
+    tabs.didSelectSlot(slot < 0 ? tabs.bar()->count() - 1 : slot);
+  }
+}
+
+void VeltramoorAppDelegate::showKeys() {
+  presentation()->present(std::make_shared<KeySheetController>());
 }
 
 QString VeltramoorAppDelegate::imageUrl(const QString& name) { return veltramoor::imageUrl(name); }

@@ -9,6 +9,8 @@
 #include "shell/overlay/SendingTorrentIndicator.h"
 #include "toolkit/AlertView.h"
 #include "toolkit/Device.h"
+#include "toolkit/InputWatch.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/ViewController.h"
 
@@ -22,7 +24,9 @@ class VeltramoorAppDelegate : public QObject {
   Q_PROPERTY(veltramoor::AlertView* alertView READ alertView CONSTANT)
   Q_PROPERTY(veltramoor::View* window READ window CONSTANT)
   Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
+  Q_PROPERTY(veltramoor::InputWatch* input READ input CONSTANT)
   Q_PROPERTY(veltramoor::Presentation* presentation READ presentation CONSTANT)
+  Q_PROPERTY(veltramoor::PopupMenu* menu READ menu CONSTANT)
   Q_PROPERTY(veltramoor::LoadingIndicator* loadingIndicator READ loadingIndicator CONSTANT)
   Q_PROPERTY(veltramoor::SendingTorrentIndicator* sendingTorrentIndicator READ
                  sendingTorrentIndicator CONSTANT)
@@ -46,19 +50,35 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] AlertView* alertView() { return &alertView_; }
   [[nodiscard]] View* window() const;
   [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
+  [[nodiscard]] InputWatch* input() const { return &InputWatch::sharedInstance(); }
   [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
+  [[nodiscard]] PopupMenu* menu() const { return &PopupMenu::sharedInstance(); }
   [[nodiscard]] LoadingIndicator* loadingIndicator() const;
   [[nodiscard]] SendingTorrentIndicator* sendingTorrentIndicator() const;
 
-  /// What the Escape key does, whatever has the focus: it closes an alert, else leaves a form that
-  /// covers everything, else goes on from a wait that offers it, else asks the screen on show. A
-  /// screen that has no use for it leaves it to what has the focus.
+  /// What the Escape key does, whatever has the focus: it closes an alert, else a menu, else leaves
+  /// a form that covers everything, else goes on from a wait that offers it, else asks the screen
+  /// on show. A screen that has no use for it leaves it to what has the focus.
   Q_INVOKABLE void escape();
+
+  /// What Ctrl+F does: the search is on show, and what is typed goes to it.
+  Q_INVOKABLE void search() { perform(KeyCommand::Search); }
+  /// Fetches what is on show again.
+  Q_INVOKABLE void reload() { perform(KeyCommand::Reload); }
+  /// Along the history of a web page.
+  Q_INVOKABLE void goBack() { perform(KeyCommand::Back); }
+  Q_INVOKABLE void goForward() { perform(KeyCommand::Forward); }
+  /// Chooses the bar's slot `slot`, from 0; -1 is the last one.
+  Q_INVOKABLE void selectTab(int slot);
+  /// The sheet of keys, over everything else.
+  Q_INVOKABLE void showKeys();
 
   /// URL of a resource image, for views.
   Q_INVOKABLE [[nodiscard]] static QString imageUrl(const QString& name);
 
  private:
+  void perform(KeyCommand command);
+
   std::shared_ptr<ViewController> viewController_;
   AlertView alertView_;
 };

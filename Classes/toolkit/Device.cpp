@@ -62,6 +62,13 @@ void Device::setKeyboardShown(bool shown) {
   }
 }
 
+void Device::setKeyboardCover(double points) {
+  if (points != keyboardCover_) {
+    keyboardCover_ = points;
+    emit keyboardChanged();
+  }
+}
+
 bool Device::isPad() const { return std::min(screenSize_.width(), screenSize_.height()) >= 600; }
 
 }  // namespace veltramoor

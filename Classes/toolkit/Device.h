@@ -14,6 +14,7 @@ class Device : public QObject {
   Q_PROPERTY(QSizeF screenSize READ screenSize WRITE setScreenSize NOTIFY changed)
   Q_PROPERTY(bool pad READ isPad NOTIFY changed)
   Q_PROPERTY(bool keyboardShown READ isKeyboardShown WRITE setKeyboardShown NOTIFY keyboardChanged)
+  Q_PROPERTY(double keyboardCover READ keyboardCover NOTIFY keyboardChanged)
   Q_PROPERTY(bool reducedMotion READ reducedMotion NOTIFY wishesChanged)
   Q_PROPERTY(double textScale READ textScale NOTIFY wishesChanged)
   Q_PROPERTY(bool highContrast READ highContrast NOTIFY wishesChanged)
@@ -42,6 +43,10 @@ class Device : public QObject {
   void setHighContrast(bool high);
   /// Whether an on-screen keyboard covers part of the screen.
   [[nodiscard]] bool isKeyboardShown() const { return keyboardShown_; }
+  /// How much of the window's foot it covers, in points: more than 0 where the desktop lays it over
+  /// the window rather than making the window lower.
+  [[nodiscard]] double keyboardCover() const { return keyboardCover_; }
+  void setKeyboardCover(double points);
   /// Reports the keyboard, by `keyboardWasShown` or `keyboardWasHidden`, each time it is told.
   void setKeyboardShown(bool shown);
 
@@ -62,6 +67,7 @@ class Device : public QObject {
   double textScale_ = 1;
   bool highContrast_ = false;
   bool keyboardShown_ = false;
+  double keyboardCover_ = 0;
 };
 
 }  // namespace veltramoor

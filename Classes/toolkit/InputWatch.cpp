@@ -15,6 +15,10 @@ bool InputWatch::eventFilter(QObject*, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin ||
       event->type() == QEvent::KeyPress) {
     lastInput_ = Clock::now();
+    if (keys_ != (event->type() == QEvent::KeyPress)) {
+      keys_ = !keys_;
+      emit keysChanged();
+    }
   }
   return false;
 }

@@ -67,6 +67,7 @@ class NavigationController : public veltramoor::ViewController {
   void popToRootViewController();
   /// Leaves a pushed screen; the root is asked.
   bool escape() override;
+  bool perform(KeyCommand command) override { return topViewController()->perform(command); }
 
   enum class BarStyle { Default, Black };
   /// To be set before the bar is drawn.

@@ -77,6 +77,9 @@ class TabBarController : public veltramoor::ViewController {
   /// Where the selected screen has nothing to go back to, one from the "More" list leads back
   /// there.
   bool escape() override;
+  bool perform(KeyCommand command) override {
+    return selected_ != nullptr && selected_->perform(command);
+  }
   /// The person's tap on a slot of the bar. On the selected one it leads back to the tab's first
   /// screen.
   Q_INVOKABLE void didSelectSlot(int slot);

@@ -14,6 +14,9 @@ namespace veltramoor {
 class NavigationController;
 class TabBarController;
 
+/// What a key asks of the screen on show.
+enum class KeyCommand { Search, Reload, Back, Forward };
+
 /// Base of all screens. Owned by shared pointers, so that background work can keep a screen alive
 /// until its outcome has been delivered; lives on the main thread, and so does its destruction.
 class ViewController : public QObject, public std::enable_shared_from_this<ViewController> {
@@ -59,6 +62,9 @@ class ViewController : public QObject, public std::enable_shared_from_this<ViewC
   /// What the Escape key does on this screen; false when it does nothing here. A container asks the
   /// screen that it shows.
   virtual bool escape() { return false; }
+  /// What another key does on this screen; false when it does nothing here. A container asks the
+  /// screen that it shows.
+  virtual bool perform(KeyCommand /*command*/) { return false; }
   /// What a container calls to show the screen: loads it when needed, then `viewWillAppear`.
   void appear();
   /// Whether an operation of this screen, or of one that it contains, is waiting or running.

@@ -60,6 +60,8 @@ class WebPage : public QObject {
   /// Stops, and from then on the delegate hears of nothing and the page goes nowhere: for a page
   /// that is about to be deleted, whose view may still be at work.
   void abandon();
+  /// The page on show from its server again.
+  void reload() { emit reloadRequested(); }
   void goBack();
   void goForward();
   /// Shows the page again that was on show before a load failed; false when there is none.
@@ -126,6 +128,7 @@ class WebPage : public QObject {
   /// and when nobody need wait any longer for more of it.
   void stopHandled();
   void stopOverdue();
+  void reloadRequested();
   void backRequested();
   void forwardRequested();
   void scriptRequested(int number, const QString& source);

@@ -96,13 +96,6 @@ Item {
                 height: buttons.side
                 button: root.header.refreshBtn
                 onClicked: root.header.refresh()
-
-                Shortcut {
-                    sequences: ["F5", "Ctrl+R"]
-                    autoRepeat: false
-                    onActivated: root.header.refresh()
-                    enabled: root.visible && root.enabled && root.header.refreshBtn.enabled
-                }
             }
         }
     }

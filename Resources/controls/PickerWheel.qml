@@ -50,7 +50,6 @@ FocusScope {
     }
 
     Keys.onPressed: event => {
-        ring.keyed = true
         switch (event.key) {
         case Qt.Key_Up: turn(-1); break
         case Qt.Key_Down: turn(1); break
@@ -62,7 +61,6 @@ FocusScope {
         }
         event.accepted = true
     }
-    Keys.onReleased: ring.keyed = true
 
     Rectangle {
         anchors.fill: parent
@@ -120,7 +118,6 @@ FocusScope {
                 anchors.fill: parent
                 onClicked: {
                     root.forceActiveFocus()
-                    ring.keyed = false
                     // Choosing a group again would lose the member.
                     if (row.index !== root.selected)
                         root.chosen(row.index)
@@ -142,9 +139,8 @@ FocusScope {
         onWheel: event => root.turn(steps.take(event))
     }
 
-    KeyFocusRing {
-        id: ring
-        control: root
-        anchors.margins: 0
+    FocusRing {
+        radius: 4
+        shown: root.activeFocus
     }
 }

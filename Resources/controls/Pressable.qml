@@ -33,13 +33,12 @@ Item {
             root.clicked()
     }
 
-    Rectangle {
-        anchors.fill: parent
+    // One rectangle for light and ring: there are many of these on a screen.
+    FocusRing {
         anchors.margins: 2
         radius: root.ringRadius
         color: root.pressed ? Theme.pressed : root.hovered ? Theme.hovered : "transparent"
-        // One rectangle for light and ring: there are many of these on a screen.
-        border.width: root.activeFocus ? 2 : 0
+        shown: root.activeFocus
         border.color: root.ringColor
     }
 

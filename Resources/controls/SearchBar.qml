@@ -72,7 +72,11 @@ FocusScope {
             if (text !== root.field.text)
                 text = root.field.text
         }
-        Component.onCompleted: follow()
+        Component.onCompleted: {
+            follow()
+            if (root.field.editing)
+                forceActiveFocus()
+        }
 
         Connections {
             target: root.field
@@ -115,11 +119,5 @@ FocusScope {
             height: 16
             source: App.imageUrl("close.png")
         }
-    }
-
-    Shortcut {
-        sequences: ["Ctrl+F"]
-        enabled: root.visible
-        onActivated: input.forceActiveFocus()
     }
 }

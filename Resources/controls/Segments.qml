@@ -16,7 +16,6 @@ FocusScope {
     Accessible.focusable: true
 
     function step(by: int): void {
-        ring.keyed = true
         for (let i = control.selectedSegment + by; i >= 0 && i < control.titles.length; i += by) {
             if (control.enabledSegments[i]) {
                 control.choose(i)
@@ -27,7 +26,6 @@ FocusScope {
 
     Keys.onLeftPressed: step(-1)
     Keys.onRightPressed: step(1)
-    Keys.onReleased: ring.keyed = true
 
     Item {
         Repeater {
@@ -73,7 +71,6 @@ FocusScope {
                     anchors { fill: parent; topMargin: -beyond; bottomMargin: -beyond }
                     onClicked: {
                         root.forceActiveFocus()
-                        ring.keyed = false
                         root.control.choose(segment.index)
                     }
                 }
@@ -82,8 +79,9 @@ FocusScope {
         }
     }
 
-    KeyFocusRing {
-        id: ring
-        control: root
+    FocusRing {
+        anchors.margins: -3
+        radius: 4
+        shown: root.activeFocus
     }
 }

@@ -16,6 +16,7 @@ Item {
     required property bool keyboardInUse
 
     signal touched()
+    signal menuAsked(beside: rect)
 
     height: Theme.rowHeight
 
@@ -58,13 +59,14 @@ Item {
         pressed: area.pressed
     }
 
-    MouseArea {
+    RowTouch {
         id: area
         anchors.fill: parent
-        onClicked: {
+        onTapped: {
             root.touched()
             root.controller.didSelectRowAtIndexPath(root.index)
         }
+        onMenuAsked: beside => root.menuAsked(beside)
     }
 
     SendButton {

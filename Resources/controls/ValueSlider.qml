@@ -31,7 +31,6 @@ FocusScope {
     }
 
     Keys.onPressed: event => {
-        ring.keyed = true
         switch (event.key) {
         case Qt.Key_Left: case Qt.Key_Down: step(-1); break
         case Qt.Key_Right: case Qt.Key_Up: step(1); break
@@ -43,7 +42,6 @@ FocusScope {
         }
         event.accepted = true
     }
-    Keys.onReleased: ring.keyed = true
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
@@ -72,9 +70,10 @@ FocusScope {
         color: area.pressed ? Theme.accent : Theme.textStrong
     }
 
-    KeyFocusRing {
-        id: ring
-        control: root
+    FocusRing {
+        anchors.margins: -3
+        radius: 4
+        shown: root.activeFocus
     }
 
     MouseArea {
@@ -83,7 +82,6 @@ FocusScope {
         preventStealing: true
         onPressed: mouse => {
             root.forceActiveFocus()
-            ring.keyed = false
             root.drag(mouse.x)
         }
         onPositionChanged: mouse => root.drag(mouse.x)

@@ -13,7 +13,10 @@ RoundedRectView {
 
     visible: indicator.shown
     x: Math.round(indicator.boxFrame.x)
-    y: Math.round(indicator.boxFrame.y)
+    // A low window has it higher, with its hint in sight.
+    y: Math.round(Math.max(4, Math.min(indicator.boxFrame.y, parent.height - height - (alone ? 48 : 4))))
+    // A narrow one has it smaller.
+    scale: Math.min(1, (parent.width - 8) / width)
     width: indicator.boxFrame.width
     height: indicator.boxFrame.height
     rectColor: Theme.box

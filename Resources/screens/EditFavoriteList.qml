@@ -1,7 +1,7 @@
 import QtQuick
 import Veltramoor
 
-// The favourite filters: each row is deleted by a swipe to the left and a tap, or by the Delete key.
+// The favourite filters.
 FocusScope {
     id: root
     objectName: "editFavoriteList"
@@ -9,57 +9,47 @@ FocusScope {
 
     required property EditFavoriteListViewController controller
 
-    function remove(row: int): void {
-        controller.commitEditingStyle(EditFavoriteListViewController.Delete, row)
-    }
-
     Rectangle {
         anchors.fill: parent
         color: Theme.ground
     }
 
-    ListView {
+    EditableTable {
         id: list
         objectName: "filterTable"
         anchors { fill: parent; topMargin: Theme.barHeight }
+        bottomMargin: removed.visible ? removed.height : 0
         model: root.controller.filters
-        focus: true
-        activeFocusOnTab: true
-        keyNavigationEnabled: true
-        highlightMoveDuration: 0
-        boundsBehavior: Flickable.StopAtBounds
-        currentIndex: -1
+        removal: root.controller.removal
 
-        Accessible.role: Accessible.List
         Accessible.name: root.controller.title
 
-        // The key that brought the focus shows where it is.
-        Keys.onReleased: event => {
-            if ((event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) && currentIndex < 0 && count > 0)
-                currentIndex = Math.max(0, indexAt(1, contentY + 22))
+        onDeleteAsked: row => {
+            root.controller.commitEditingStyle(EditFavoriteListViewController.Delete, row)
         }
-        Keys.onPressed: event => {
-            switch (event.key) {
-            case Qt.Key_Delete:
-            case Qt.Key_Backspace:
-                // A key held a moment too long must not take the next ones along.
-                if (!event.isAutoRepeat)
-                    root.remove(currentIndex)
-                break
-            case Qt.Key_Home: currentIndex = 0; break
-            case Qt.Key_End: currentIndex = count - 1; break
-            default: return
-            }
-            event.accepted = true
-        }
+        onMenuAsked: (row, beside, byKey) => root.controller.openMenu(row, beside, byKey)
 
         // qmllint disable unqualified
-        delegate: FilterRow {
-            width: list.width
-            onTouched: list.currentIndex = index
-            onRemoved: root.remove(index)
+        delegate: EditableRow {
+            id: row
+            objectName: "filterRow"
+
+            required property string regex
+            required property string problem
+
+            table: list
+            leastHeight: Theme.touchTarget
+            name: row.regex.length > 0 ? row.regex : qsTr("(empty: accepts every torrent)")
+            reason: row.problem.length > 0 ? qsTr("Accepts nothing: %1").arg(row.problem) : ""
+            spoken: row.problem.length > 0 ? qsTr("%1, not valid: %2").arg(row.regex).arg(row.problem) : row.name
+            nameFont { family: Theme.fontFamily; pixelSize: 12; bold: true }
         }
         // qmllint enable unqualified
+    }
+
+    Connections {
+        target: root.controller
+        function onDeleteChosen(row: int): void { list.deleteRow(row) }
     }
 
     Text {
@@ -73,5 +63,11 @@ FocusScope {
         textFormat: Text.PlainText
         color: Theme.text
         font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
+    }
+
+    RemovedLine {
+        id: removed
+        removal: root.controller.removal
+        returnTo: list
     }
 }

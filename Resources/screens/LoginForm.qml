@@ -49,6 +49,7 @@ Column {
     TextButton {
         id: log
         objectName: "loginBtn"
+        focus: true
         width: parent.width
         filled: true
         enabled: root.controller.loginBtn.enabled

@@ -12,6 +12,7 @@ FocusScope {
     // the screen, so that the form has room beneath its lettering. Shares of the picture's height.
     readonly property real letteringTop: 0.12
     readonly property real letteringBottom: 0.265
+    readonly property bool low: height < 400
 
     Item {
         anchors.fill: parent
@@ -30,7 +31,10 @@ FocusScope {
             width: whole.width * cover
             height: whole.height * cover
             x: (root.width - width) / 2
-            y: Math.min(0, Math.max(root.height - height, 0.17 * root.height - root.letteringTop * height))
+            // A low window has room for the form alone.
+            y: root.low ? Math.max(root.height - height, -root.letteringBottom * height)
+                        : Math.min(0, Math.max(root.height - height,
+                                               0.17 * root.height - root.letteringTop * height))
             source: App.imageUrl(root.controller.backgroundImage.replace(".png", "@2x.png"))
             smooth: true
             // Large, and seen on this screen alone.
@@ -38,23 +42,26 @@ FocusScope {
         }
     }
 
-    Flickable {
+    FormScroll {
         id: scroll
         objectName: "loginScroll"
         anchors.fill: parent
         contentWidth: width
         contentHeight: Math.max(height + root.controller.contentOffset, bottom.y + bottom.height + 12)
-        boundsBehavior: Flickable.StopAtBounds
-        contentY: root.controller.contentOffset
 
-        Behavior on contentY { NumberAnimation { duration: Theme.motion } }
+        Connections {
+            target: root.controller
+            function onContentOffsetChanged(): void { scroll.scrollTo(root.controller.contentOffset) }
+        }
 
         Item {
             id: form
             readonly property real underLettering: background.y + root.letteringBottom * background.height
-            x: Math.round((scroll.width - width) / 2)
-            y: Math.round(Math.min(underLettering, Math.max(100, scroll.height * 0.3)))
-            width: Math.min(scroll.width - 40, 400)
+            // Beside the button in the corner.
+            readonly property real aside: root.low && scroll.width < 520 ? 28 : 0
+            x: Math.round((scroll.width - aside - width) / 2)
+            y: root.low ? 12 : Math.round(Math.min(underLettering, Math.max(100, scroll.height * 0.3)))
+            width: Math.min(scroll.width - 40 - aside, 400)
             height: column.height
 
             Column {

@@ -10,19 +10,49 @@ Window {
     width: 360
     height: 720
     minimumWidth: 320
-    minimumHeight: 480
+    // A phone on its side.
+    minimumHeight: 300
     visible: true
-    color: Theme.ground
+    color: Theme.edge
     title: qsTr("Veltramoor")
 
     function takeSize(): void {
-        App.device.screenSize = Qt.size(contentItem.width, contentItem.height)
-        App.window.frame = Qt.rect(0, 0, contentItem.width, contentItem.height)
+        App.device.screenSize = Qt.size(column.width, column.height)
+        App.window.frame = Qt.rect(0, 0, column.width, column.height)
     }
 
     Component.onCompleted: takeSize()
-    contentItem.onWidthChanged: takeSize()
-    contentItem.onHeightChanged: takeSize()
+
+    readonly property bool takesKeys: rootScreen.enabled
+
+    // What has the focus may be disabled, hidden or gone the next moment. Keys go on from there: to the
+    // next control of its screen, but for fields, which would have the keyboard come up by itself.
+    onActiveFocusItemChanged: focusSettling.restart()
+
+    Timer {
+        id: focusSettling
+        interval: 0
+        onTriggered: window.keepFocus()
+    }
+
+    function keepFocus(): void {
+        if (!active || App.alertView.visible || App.menu.open)
+            return
+        for (let item = activeFocusItem; item; item = item.parent) {
+            // The engine has items of its own for a page.
+            if (item.activeFocusOnTab || item.objectName === "webPlace")
+                return
+        }
+        let next = activeFocusItem && activeFocusItem !== contentItem ? activeFocusItem
+                 : modal.shown ? modal : rootScreen
+        for (let steps = 0; next && steps < 20; ++steps) {
+            next = next.nextItemInFocusChain(true)
+            if (!(next instanceof TextInput)) {
+                next.forceActiveFocus(Qt.OtherFocusReason)
+                return
+            }
+        }
+    }
 
     // Taken before any screen, for a web page keeps every key that it is given.
     Shortcut {
@@ -31,38 +61,113 @@ Window {
         onActivated: App.escape()
     }
 
-    ScreenLoader {
-        objectName: "rootScreen"
-        anchors.fill: parent
-        controller: App.viewController
-        focus: !App.alertView.visible && !modal.shown
-        enabled: !App.alertView.visible && !modal.shown
+    Shortcut {
+        sequences: ["Ctrl+F"]
+        enabled: window.takesKeys
+        onActivated: App.search()
+    }
+    Shortcut {
+        sequences: ["F5", "Ctrl+R"]
+        enabled: window.takesKeys
+        autoRepeat: false
+        onActivated: App.reload()
+    }
+    Shortcut {
+        sequences: ["Alt+Left"]
+        enabled: window.takesKeys
+        onActivated: App.goBack()
+    }
+    Shortcut {
+        sequences: ["Alt+Right"]
+        enabled: window.takesKeys
+        onActivated: App.goForward()
+    }
+    Instantiator {
+        model: 9
+
+        Shortcut {
+            required property int index
+            sequences: ["Ctrl+" + (index + 1)]
+            // qmllint disable unqualified
+            enabled: window.takesKeys
+            // qmllint enable unqualified
+            onActivated: App.selectTab(index === 8 ? -1 : index)
+        }
     }
 
-    // A form that covers everything until it is done with.
-    ScreenLoader {
-        id: modal
-        objectName: "modalScreen"
+    // Lines too long to be followed help nobody: a wider window shows a column in its middle.
+    Item {
+        id: column
+        objectName: "column"
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, Theme.columnWidth)
+        height: parent.height
+        onWidthChanged: window.takeSize()
+        onHeightChanged: window.takeSize()
+
+        ScreenLoader {
+            id: rootScreen
+            objectName: "rootScreen"
+            // Where no field has taken it.
+            Keys.onPressed: event => {
+                if (event.text !== "?")
+                    return
+                event.accepted = true
+                App.showKeys()
+            }
+            anchors.fill: parent
+            controller: App.viewController
+            focus: !App.alertView.visible && !modal.shown && !App.menu.open
+            enabled: !App.alertView.visible && !modal.shown && !App.menu.open
+        }
+
+        // A form that covers everything until it is done with.
+        ScreenLoader {
+            id: modal
+            objectName: "modalScreen"
+            anchors.fill: parent
+            readonly property bool shown: controller !== null
+            controller: App.presentation.controller
+            focus: shown && !App.alertView.visible
+            enabled: !App.alertView.visible
+        }
+
+        LoadingOverlay {
+            objectName: "loadingOverlay"
+            indicator: App.loadingIndicator
+            below: App.sendingTorrentIndicator
+        }
+
+        LoadingOverlay {
+            objectName: "sendingOverlay"
+            indicator: App.sendingTorrentIndicator
+        }
+    }
+
+    // Made when a row asks for its menu.
+    Loader {
+        objectName: "menuPlace"
         anchors.fill: parent
-        readonly property bool shown: controller !== null
-        controller: App.presentation.controller
-        focus: shown && !App.alertView.visible
+        active: App.menu.open
+        focus: App.menu.open && !App.alertView.visible
         enabled: !App.alertView.visible
-    }
-
-    LoadingOverlay {
-        objectName: "loadingOverlay"
-        indicator: App.loadingIndicator
-        below: App.sendingTorrentIndicator
-    }
-
-    LoadingOverlay {
-        objectName: "sendingOverlay"
-        indicator: App.sendingTorrentIndicator
+        sourceComponent: RowMenu {
+            menu: App.menu
+        }
     }
 
     AlertBox {
         anchors.fill: parent
         alert: App.alertView
+    }
+
+    // A mouse's own buttons for back and forward, wherever it points.
+    MouseArea {
+        objectName: "mouseHistory"
+        anchors.fill: parent
+        acceptedButtons: Qt.BackButton | Qt.ForwardButton
+        enabled: window.takesKeys
+        onPressed: mouse => mouse.button === Qt.BackButton ? App.goBack() : App.goForward()
+        Accessible.ignored: true
     }
 }

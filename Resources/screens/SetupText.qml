@@ -19,7 +19,6 @@ FocusScope {
     }
 
     Keys.onPressed: event => {
-        ring.keyed = true
         switch (event.key) {
         case Qt.Key_Down: scroll(20); break
         case Qt.Key_Up: scroll(-20); break
@@ -29,7 +28,6 @@ FocusScope {
         }
         event.accepted = true
     }
-    Keys.onReleased: ring.keyed = true
 
     Rectangle {
         anchors.fill: parent
@@ -90,9 +88,8 @@ FocusScope {
         color: Theme.rowPressed
     }
 
-    KeyFocusRing {
-        id: ring
-        control: root
-        anchors.margins: 0
+    FocusRing {
+        radius: 4
+        shown: root.activeFocus
     }
 }

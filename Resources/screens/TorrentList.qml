@@ -62,6 +62,10 @@ FocusScope {
                 list.keyboardInUse = false
                 list.currentIndex = index
             }
+            onMenuAsked: beside => {
+                if (!list.moving)
+                    root.controller.menu.open(index, beside, false)
+            }
         }
         // qmllint enable unqualified
 
@@ -76,7 +80,20 @@ FocusScope {
         }
         Keys.onPressed: event => {
             keyboardInUse = true
+            if (goingOn.running)
+                goOn()
+            if (event.matches(StandardKey.Copy)) {
+                root.controller.menu.copyMagnetLink(currentIndex)
+                event.accepted = true
+                return
+            }
             switch (event.key) {
+            case Qt.Key_Menu: askForMenu(); break
+            case Qt.Key_F10:
+                if (!(event.modifiers & Qt.ShiftModifier))
+                    return
+                askForMenu()
+                break
             case Qt.Key_Home: currentIndex = 0; break
             case Qt.Key_End: currentIndex = count - 1; break
             case Qt.Key_PageDown: currentIndex = Math.min(count - 1, currentIndex + 10); break
@@ -84,6 +101,13 @@ FocusScope {
             default: return
             }
             event.accepted = true
+        }
+
+        function askForMenu(): void {
+            if (currentItem === null)
+                return
+            const at = currentItem.mapToItem(null, 40, 0)
+            root.controller.menu.open(currentIndex, Qt.rect(at.x, at.y, 0, currentItem.height), true)
         }
 
         function select(event: KeyEvent): void {
@@ -125,6 +149,48 @@ FocusScope {
             wasEmpty = count === 0
         }
 
+        // Rows that come before "load more" take it along, as soon as the view has made its own of them:
+        // who stood on it goes on at the first of them.
+        property int firstNew: -1
+        Connections {
+            target: root.controller.rows
+            function onRowsAboutToBeInserted(parent: var, first: int, last: int): void {
+                if (first === list.currentIndex)
+                    list.firstNew = first
+            }
+        }
+        onCurrentIndexChanged: if (firstNew >= 0 && currentIndex > firstNew) goingOn.restart()
+        Timer {
+            id: goingOn
+            interval: 0
+            onTriggered: list.goOn()
+        }
+        function goOn(): void {
+            goingOn.stop()
+            if (firstNew >= 0 && currentIndex > firstNew)
+                currentIndex = firstNew
+            firstNew = -1
+        }
+
+        // The row under a mouse is lit from edge to edge: on a wide window its ends are far apart.
+        HoverHandler {
+            id: pointer
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        }
+        Rectangle {
+            id: lit
+            objectName: "litRow"
+            readonly property Item row: pointer.hovered
+                ? list.itemAt(1, pointer.point.position.y + list.contentY) : null
+            parent: list.contentItem
+            z: 1
+            visible: row !== null
+            y: row ? row.y : 0
+            width: list.width
+            height: Theme.rowHeight
+            color: Theme.hovered
+        }
+
         // Other rows come in their place: else the view would go on at "load more", the last one.
         Connections {
             target: root.controller.rows
@@ -160,8 +226,16 @@ FocusScope {
         source: root.controller.bannerPattern
         fillMode: Image.Tile
         horizontalAlignment: Image.AlignHCenter
-        Accessible.role: Accessible.Graphic
-        Accessible.name: qsTr("Veltramoor")
+
+        Image {
+            objectName: "bannerName"
+            anchors.centerIn: parent
+            // A low window leaves no room for it.
+            visible: parent.height > height + 8
+            source: App.imageUrl("titleName.png")
+            Accessible.role: Accessible.Graphic
+            Accessible.name: qsTr("Veltramoor")
+        }
     }
 
     HeaderStrip {

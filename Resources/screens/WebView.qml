@@ -187,6 +187,7 @@ WebEngineView {
             if (view.stopping)
                 view.stopped()
         }
+        function onReloadRequested(): void { view.prepare(() => view.reload()) }
         function onBackRequested(): void { view.goBack() }
         function onForwardRequested(): void { view.goForward() }
         function onScriptRequested(number: int, source: string): void {

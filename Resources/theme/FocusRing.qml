@@ -1,13 +1,14 @@
 import QtQuick
 import Veltramoor
 
-// The mark of what has the keyboard.
+// The mark of what has the keyboard, for somebody who uses keys: what was touched does without.
 Rectangle {
-    // Whether it is to be seen.
+    // Whether the control has the focus.
     property bool shown: false
+    readonly property bool lit: shown && App.input.keys
 
     anchors.fill: parent
-    visible: shown
     color: "transparent"
-    border { width: 2; color: Theme.accent }
+    border.width: lit ? 2 : 0
+    border.color: Theme.accent
 }

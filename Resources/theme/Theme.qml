@@ -41,6 +41,7 @@ QtObject {
     readonly property int barHeight: 44
     readonly property int rowHeight: 37
     readonly property int formWidth: 480
+    readonly property int columnWidth: 900
     // The outline of a plate, which else differs from the ground by its colour alone.
     readonly property int plateBorder: strong ? 1 : 0
     readonly property int motion: App.device.reducedMotion ? 0 : 150

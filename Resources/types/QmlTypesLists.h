@@ -7,6 +7,8 @@
 
 #include "lists/HistoryListViewController.h"
 #include "lists/HistoryTableModel.h"
+#include "lists/RemovalOffer.h"
+#include "lists/TorrentMenu.h"
 
 namespace veltramoor::qml {
 
@@ -22,6 +24,20 @@ struct HistoryTableModelUsed {
   QML_FOREIGN(veltramoor::HistoryTableModel)
   QML_NAMED_ELEMENT(HistoryTableModel)
   QML_UNCREATABLE("made by the application")
+};
+
+struct RemovalOfferUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::RemovalOffer)
+  QML_NAMED_ELEMENT(RemovalOffer)
+  QML_UNCREATABLE("belongs to its screen")
+};
+
+struct TorrentMenuUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::TorrentMenu)
+  QML_NAMED_ELEMENT(TorrentMenu)
+  QML_UNCREATABLE("belongs to its list")
 };
 
 }  // namespace veltramoor::qml

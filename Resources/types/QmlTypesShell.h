@@ -7,6 +7,7 @@
 
 #include "shell/DonateViewController.h"
 #include "shell/InfoView.h"
+#include "shell/KeySheetController.h"
 #include "shell/LoginViewController.h"
 #include "shell/LogoutViewController.h"
 #include "shell/SiteChooser.h"
@@ -27,6 +28,13 @@ struct InfoViewUsed {
   Q_GADGET
   QML_FOREIGN(veltramoor::InfoView)
   QML_NAMED_ELEMENT(InfoView)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct KeySheetControllerUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::KeySheetController)
+  QML_NAMED_ELEMENT(KeySheetController)
   QML_UNCREATABLE("made by the application")
 };
 

@@ -6,6 +6,8 @@
 #include <QObject>
 
 #include "toolkit/BarButton.h"
+#include "toolkit/InputWatch.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/Presentation.h"
 #include "toolkit/Switch.h"
 #include "toolkit/TextField.h"
@@ -23,6 +25,20 @@ struct BarItemUsed {
   Q_GADGET
   QML_FOREIGN(veltramoor::BarItem)
   QML_NAMED_ELEMENT(BarItem)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct InputWatchUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::InputWatch)
+  QML_NAMED_ELEMENT(InputWatch)
+  QML_UNCREATABLE("made by the application")
+};
+
+struct PopupMenuUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::PopupMenu)
+  QML_NAMED_ELEMENT(PopupMenu)
   QML_UNCREATABLE("made by the application")
 };
 

@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <algorithm>
 #include <cstdio>
@@ -26,6 +27,7 @@
 #include "platform/UrlLoading.h"
 #include "shell/QmlImportPaths.h"
 #include "shell/VeltramoorAppDelegate.h"
+#include "shell/WindowSize.h"
 #include "toolkit/DesktopWishes.h"
 #include "toolkit/EngineMessages.h"
 #include "toolkit/SharedInstances.h"
@@ -86,9 +88,12 @@ QQuickWindow* loadWindow(QQmlApplicationEngine& engine, const QCommandLineParser
   for (const QString& path : veltramoor::qmlImportPaths()) {
     engine.addImportPath(path);
   }
-  if (const QSize size = sizeFrom(parser.value(QStringLiteral("window-size"))); size.isValid()) {
+  const QSize asked = sizeFrom(parser.value(QStringLiteral("window-size")));
+  if (const auto size = asked.isValid() ? asked : veltramoor::storedWindowSize()) {
+    // The screen may be a smaller one by now.
+    const QSize seen = size->boundedTo(QGuiApplication::primaryScreen()->availableSize());
     engine.setInitialProperties(
-        {{QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}});
+        {{QStringLiteral("width"), seen.width()}, {QStringLiteral("height"), seen.height()}});
   }
   engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Veltramoor/Main.qml")));
   return engine.rootObjects().isEmpty()
@@ -127,6 +132,10 @@ int run(const QCommandLineParser& parser) {
         reportFirstFrame(window);
       }
       status = QGuiApplication::exec();
+      if (!parser.isSet(QStringLiteral("window-size")) &&
+          window->windowStates() == Qt::WindowNoState) {
+        veltramoor::storeWindowSize(window->size());
+      }
     }
     endDroppedViews();
   }

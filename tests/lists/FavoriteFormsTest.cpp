@@ -82,7 +82,7 @@ TEST_F(FavoriteFormsTest, TheFirstFilterIsTypedStoredAndShown) {
   app.click(app.item("saveFilter"));
   ASSERT_EQ(form(), nullptr);
   EXPECT_EQ(FilterStore::regexes(), std::vector<std::string>{"(e|o)"});
-  EXPECT_EQ(itemNamed(filterRow(app, 0), QStringLiteral("filterText"))->property("text"),
+  EXPECT_EQ(itemNamed(filterRow(app, 0), QStringLiteral("rowName"))->property("text"),
             QStringLiteral("(e|o)"));
 
   app.click(app.item("filtersBackButton"));
@@ -109,9 +109,9 @@ TEST_F(FavoriteFormsTest, FiltersAreDeletedBySwipeAndByKeyAndBadOnesSaySo) {
   ASSERT_TRUE(app.waitForItem("filterTable"));
   EXPECT_EQ(form(), nullptr);
   EXPECT_EQ(app.item("navigationTitle")->property("text"), QStringLiteral("Favorite filters"));
-  EXPECT_TRUE(itemNamed(filterRow(app, 1), QStringLiteral("filterProblem"))->isVisible());
-  EXPECT_FALSE(itemNamed(filterRow(app, 0), QStringLiteral("filterProblem"))->isVisible());
-  EXPECT_EQ(itemNamed(filterRow(app, 3), QStringLiteral("filterText"))->property("text"),
+  EXPECT_TRUE(itemNamed(filterRow(app, 1), QStringLiteral("rowProblem"))->isVisible());
+  EXPECT_FALSE(itemNamed(filterRow(app, 0), QStringLiteral("rowProblem"))->isVisible());
+  EXPECT_EQ(itemNamed(filterRow(app, 3), QStringLiteral("rowName"))->property("text"),
             QStringLiteral("<b>four</b>"));
 
   const QPoint from = filterRow(app, 1)->mapToScene({250, 20}).toPoint();
@@ -121,13 +121,20 @@ TEST_F(FavoriteFormsTest, FiltersAreDeletedBySwipeAndByKeyAndBadOnesSaySo) {
   }
   QTest::mouseRelease(app.window(), Qt::LeftButton, {}, from - QPoint(120, 0));
   EXPECT_EQ(FilterStore::regexes().size(), 5U) << "a swipe alone deletes nothing";
-  QQuickItem* button = itemNamed(filterRow(app, 1), QStringLiteral("deleteFilter"));
+  QQuickItem* button = itemNamed(filterRow(app, 1), QStringLiteral("deleteButton"));
   ASSERT_TRUE(waitFor([&] { return button->isVisible(); }));
   ASSERT_TRUE(waitFor([&] {
     app.click(button);
     return FilterStore::regexes().size() == 4;
   }));
   EXPECT_EQ(FilterStore::regexes(), (std::vector<std::string>{"one", "", "<b>four</b>", "one"}));
+  EXPECT_TRUE(FilterStore::append("five"));
+  app.click(app.item("undoButton"));
+  EXPECT_EQ(FilterStore::regexes(),
+            (std::vector<std::string>{"one", "(bad", "", "<b>four</b>", "one", "five"}));
+  EXPECT_EQ(edit->filters()->regexes(), FilterStore::regexes());
+  edit->commitEditingStyle(EditFavoriteListViewController::EditingStyle::Delete, 5);
+  edit->commitEditingStyle(EditFavoriteListViewController::EditingStyle::Delete, 1);
 
   app.item("filterTable")->forceActiveFocus();
   app.type(Qt::Key_Delete);

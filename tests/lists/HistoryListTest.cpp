@@ -2,6 +2,7 @@
 #include "lists/HistoryListViewController.h"
 
 #include <QAbstractItemModelTester>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <algorithm>
 #include <numeric>
@@ -142,8 +143,21 @@ TEST_F(HistoryListTest, AnEntryThatTheStoreDoesNotLetGoIsShownAgain) {
   EXPECT_TRUE(test::deliver());
   EXPECT_EQ(delegate_->alertView()->title(), QStringLiteral("Not saved."));
   EXPECT_EQ(stored(), "abc");
+  EXPECT_FALSE(list_->removal()->isOpen());
   remove(0);
   EXPECT_EQ(stored(), "ab");
+  delegate_->alertView()->dismissWithButtonIndex(0);
+  {
+    const test::FullDisk fullDisk;
+    list_->removal()->undo();
+    EXPECT_EQ(stored(), "ab");
+  }
+  EXPECT_TRUE(test::deliver());
+  EXPECT_EQ(delegate_->alertView()->title(), QStringLiteral("Not saved."));
+  EXPECT_TRUE(list_->removal()->isOpen()) << "to be tried again";
+  list_->removal()->undo();
+  EXPECT_EQ(stored(), "abc");
+  EXPECT_EQ(shown(), "cba");
 }
 
 class HistoryWindowTest : public HistoryListTest {
@@ -192,7 +206,7 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
   ASSERT_TRUE(app.waitForItem("historyList"));
   EXPECT_FALSE(app.item("navigationBar")->isVisible());
   EXPECT_EQ(rowItem(app, 1)->y(), 37);
-  EXPECT_EQ(itemNamed(rowItem(app, 0), QStringLiteral("historyName"))->property("text"),
+  EXPECT_EQ(itemNamed(rowItem(app, 0), QStringLiteral("rowName"))->property("text"),
             QStringLiteral("e"));
 
   app.type(Qt::Key_Delete);
@@ -212,8 +226,10 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
   swipe(app, 0, 200, 100);
   EXPECT_EQ(stored(), "abde");
   QQuickItem* button = itemNamed(rowItem(app, 0), QStringLiteral("deleteButton"));
-  ASSERT_TRUE(waitFor(
-      [&] { return itemNamed(rowItem(app, 0), QStringLiteral("historyPlate"))->x() == -88; }));
+  const QQuickItem* name = itemNamed(rowItem(app, 0), QStringLiteral("rowName"));
+  ASSERT_TRUE(waitFor([&] { return button->x() == rowItem(app, 0)->width() - button->width(); }));
+  EXPECT_EQ(name->mapToScene({}).x(), 5) << "the name stays";
+  EXPECT_LT(name->x() + name->width(), button->x());
   app.click(rowItem(app, 1));
   ASSERT_TRUE(waitFor([&] { return !button->isVisible(); })) << "a tap elsewhere shuts it";
   EXPECT_EQ(stored(), "abde");
@@ -225,9 +241,10 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
 
   waitForFrame(app);
   swipe(app, 0, 350, 20);
-  EXPECT_EQ(stored(), "ab") << "a full swipe deletes at once";
-  ASSERT_TRUE(waitFor([this] { return shown() == "ba"; }));
+  EXPECT_EQ(stored(), "abd") << "nor does one right across";
   app.type(Qt::Key_Home);
+  app.type(Qt::Key_Delete);
+  ASSERT_TRUE(waitFor([this] { return shown() == "ba"; }));
   app.type(Qt::Key_Delete);
   ASSERT_TRUE(waitFor([this] { return shown() == "a"; }));
   EXPECT_EQ(app.item("historyTable")->property("currentIndex").toInt(), 0);
@@ -235,6 +252,53 @@ TEST_F(HistoryWindowTest, DeletesByKeyBySwipeAndByButton) {
   ASSERT_TRUE(waitFor([this] { return shown().empty(); }));
   EXPECT_TRUE(app.item("listNotice")->isVisible());
   EXPECT_TRUE(site_.log().empty());
+}
+
+TEST_F(HistoryWindowTest, TheNewestDeletionCanBeUndoneForAWhile) {
+  store("abc");
+  delegate_.reset();
+  Application app(std::make_shared<NavigationController>(list_));
+  ASSERT_TRUE(app.waitForItem("historyList"));
+  const auto removeTop = [&](const char* left) {
+    app.type(Qt::Key_Home);
+    app.type(Qt::Key_Delete);
+    EXPECT_TRUE(waitFor([&] { return shown() == left; })) << shown();
+  };
+  // What a screen reader reads when the line comes.
+  QStringList heard;
+  const QQuickItem* line = app.item("removedLine");
+  const QQuickItem* text = app.item("removedText");
+  QObject::connect(line, &QQuickItem::visibleChanged, app.window(), [&heard, line, text] {
+    if (line->isVisible()) {
+      heard.append(text->property("text").toString());
+    }
+  });
+  removeTop("ba");
+  removeTop("a");
+  EXPECT_EQ(heard, (QStringList{"Removed c", "Removed b"}));
+  QQuickItem* undo = app.item("undoButton");
+  EXPECT_GE(undo->height(), 44);
+  DownloadHistory::append("d");
+  app.type(Qt::Key_Tab);
+  ASSERT_EQ(app.focused(), "undoButton");
+  app.type(Qt::Key_Space);
+  EXPECT_EQ(stored(), "abd") << "of the newest alone, and before what was sent meanwhile";
+  EXPECT_EQ(shown(), "dba");
+  EXPECT_FALSE(app.item("removedLine")->isVisible());
+  removeTop("ba");
+  app.click(undo);
+  EXPECT_EQ(stored(), "abd");
+  removeTop("ba");
+  QElapsedTimer clock;
+  clock.start();
+  ASSERT_TRUE(waitFor([&] { return !list_->removal()->isOpen(); }));
+  EXPECT_GE(clock.elapsed(), RemovalOffer::kDuration.count() - 500);
+  list_->removal()->undo();
+  EXPECT_EQ(stored(), "ab") << "too late";
+  EXPECT_TRUE(app.item("historyTable")->hasActiveFocus());
+  removeTop("a");
+  list_->viewWillDisappear();
+  EXPECT_FALSE(list_->removal()->isOpen()) << "another screen is on show";
 }
 
 }  // namespace

@@ -117,6 +117,40 @@ TEST(Preferences, AnElementIsRemovedWhereItStandsNow) {
   EXPECT_EQ(preferences.array("new"), (Strings{"3", "4"}));
 }
 
+TEST(Preferences, AnElementIsPutBackWhereItsPlaceIsNow) {
+  Preferences preferences(std::nullopt);
+  struct Case {
+    Strings before;
+    std::size_t index;
+    Strings meanwhile;
+    Strings after;
+  };
+  for (const Case& one : {
+           Case{{"a", "x", "b"}, 1, {"a", "b"}, {"a", "x", "b"}},
+           Case{{"x"}, 0, {}, {"x"}},
+           // Others have appended, dropped the oldest, removed a neighbour or both.
+           Case{{"a", "x"}, 1, {"a", "c"}, {"a", "x", "c"}},
+           Case{{"x", "a"}, 0, {"a", "b"}, {"x", "a", "b"}},
+           Case{{"a", "b", "c", "x", "d"}, 3, {"c", "d", "e"}, {"c", "x", "d", "e"}},
+           Case{{"a", "b", "x", "c"}, 2, {"b", "d", "c"}, {"b", "d", "x", "c"}},
+           Case{{"a", "x", "b", "c"}, 1, {"c", "d", "e", "f", "g"}, {"c", "x", "d", "e", "f", "g"}},
+           Case{{"a", "b", "x"}, 2, {}, {"x"}},
+           // Neighbours that are there twice.
+           Case{{"a", "b", "x", "b", "a", "b"}, 2, {"b", "a", "b", "b"}, {"b", "a", "b", "x", "b"}},
+           Case{{"a", "x", "a", "a"}, 1, {"a", "a", "a", "c"}, {"a", "x", "a", "a", "c"}},
+           // Six were too many by then; the sixth is the put-back's own, or would be gone anyway.
+           Case{{"a", "b", "x"}, 2, {"a", "b", "c", "d", "e", "f"}, {"x", "c", "d", "e", "f"}},
+           Case{{"x", "b", "c"}, 0, {"b", "c", "d", "e", "f", "g"}, {"c", "d", "e", "f", "g"}},
+       }) {
+    SCOPED_TRACE(testing::PrintToString(one.before) + testing::PrintToString(one.meanwhile));
+    preferences.setArray("array", one.meanwhile);
+    const ArrayPlace place = ArrayPlace::of(one.before, one.index);
+    EXPECT_TRUE(preferences.insertIntoArray("array", place, "x",
+                                            std::max<std::size_t>(5, one.after.size())));
+    EXPECT_EQ(preferences.array("array"), one.after);
+  }
+}
+
 TEST(Preferences, WhatWasWrittenSurvivesAKill) {
   const TemporaryFolder folder;
   const auto file = folder / "state.sqlite";

@@ -36,7 +36,7 @@ class SettingsScreensTest : public test::ScreenTest {
   }
   [[nodiscard]] int rings() const {
     const auto count = [](const auto& self, QQuickItem* item) -> int {
-      int shown = item->property("keyed").isValid() && item->isVisible() ? 1 : 0;
+      int shown = item->property("lit").toBool() && item->isVisible() ? 1 : 0;
       for (QQuickItem* child : item->childItems()) {
         shown += self(self, child);
       }
@@ -117,6 +117,7 @@ TEST_F(SettingsScreensTest, EveryScreenShowsItsPartsAndLeavesByEscape) {
                 "groupWheel"},
        }) {
     SCOPED_TRACE(one.title);
+    app_.click(app_.item("rootScreen"));
     one.open(*this);
     EXPECT_TRUE(app_.item("navigationBar")->isVisible());
     EXPECT_EQ(app_.item("navigationTitle")->property("text").toString(), QLatin1String(one.title));

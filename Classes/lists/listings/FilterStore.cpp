@@ -19,4 +19,8 @@ bool FilterStore::remove(std::size_t index, const std::string& regex) {
   return Preferences::sharedInstance().removeFromArray(PreferencesKeys::filters, index, regex);
 }
 
+bool FilterStore::insertAt(const ArrayPlace& place, const std::string& regex) {
+  return Preferences::sharedInstance().insertIntoArray(PreferencesKeys::filters, place, regex);
+}
+
 }  // namespace veltramoor

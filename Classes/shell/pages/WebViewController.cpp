@@ -117,6 +117,45 @@ bool WebViewController::escape() {
   return stops;
 }
 
+bool WebViewController::perform(KeyCommand command) {
+  if (myWebView_ == nullptr) {
+    return false;
+  }
+  switch (command) {
+    case KeyCommand::Search:
+      return false;
+    case KeyCommand::Reload:
+      reload();
+      return true;
+    case KeyCommand::Back:
+      // Where the screen has a button for it, the key is as good as that.
+      if (backButton_ != nullptr ? backButton_->isEnabled() : myWebView_->canGoBack()) {
+        goBack();
+      }
+      return true;
+    case KeyCommand::Forward:
+      goForward();
+      return true;
+  }
+  return false;
+}
+
+void WebViewController::reload() {
+  if (myWebView_->isLoading()) {
+    return;
+  }
+  if (!myWebView_->error().isEmpty()) {
+    tryAgain();
+    return;
+  }
+  showLoading(0);
+  if (myWebView_->isShowingText()) {
+    openAgain();
+  } else {
+    myWebView_->reload();
+  }
+}
+
 bool WebViewController::isRemoved() const {
   return wasInNavigation_ && navigationController() == nullptr;
 }

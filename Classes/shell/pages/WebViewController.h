@@ -42,11 +42,14 @@ class WebViewController : public veltramoor::ViewController, public WebPageDeleg
   void cancel() override;
   /// Stops a load.
   bool escape() override;
+  bool perform(KeyCommand command) override;
   [[nodiscard]] bool hasBackgroundWork() const override;
 
   /// Back in the web view; at its beginning, the page that this screen was opened for.
   virtual void goBack();
   void goForward();
+  /// The page on show once more: fetched anew when it is the one that this screen is for.
+  void reload();
   /// Shows the page at `url` in place of the present one.
   virtual void loadRequest(const QUrl& url);
   /// Once a load has failed: asks for that address again or, when it was the page that this screen
