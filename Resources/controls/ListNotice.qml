@@ -73,7 +73,7 @@ Pressable {
                 width: root.overRows ? words.width - 2 * words.padding
                                      : Math.min(implicitWidth, words.width - 2 * words.padding - 24)
                 text: root.controller.noticeAction
-                color: root.lit ? Theme.textStrong : Theme.accent
+                color: root.lightened ? Theme.textStrong : Theme.accent
                 font.bold: true
             }
         }

@@ -141,7 +141,7 @@ FocusScope {
                             elide: Text.ElideRight
                             text: button.modelData
                             textFormat: Text.PlainText
-                            color: button.lit ? Theme.textStrong : Theme.accent
+                            color: button.lightened ? Theme.textStrong : Theme.accent
                             font { family: Theme.fontFamily; pixelSize: Theme.scaled(16); bold: true }
                         }
                     }
