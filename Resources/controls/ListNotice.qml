@@ -59,7 +59,7 @@ Pressable {
         Item {
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.takesTap
-            width: root.overRows ? action.width : Math.min(action.width, action.implicitWidth + 32)
+            width: action.width + (root.overRows ? 0 : 24)
             height: root.overRows ? action.height : Math.max(Theme.touchTarget, action.height + 16)
 
             Plate {
@@ -70,9 +70,10 @@ Pressable {
             Line {
                 id: action
                 anchors.centerIn: parent
-                width: words.width - 2 * words.padding
+                width: root.overRows ? words.width - 2 * words.padding
+                                     : Math.min(implicitWidth, words.width - 2 * words.padding - 24)
                 text: root.controller.noticeAction
-                color: root.lit ? Theme.textStrong : Theme.accent
+                color: root.lightened ? Theme.textStrong : Theme.accent
                 font.bold: true
             }
         }

@@ -65,7 +65,7 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         color: Theme.row
-        border.color: Theme.raised
+        border.color: Theme.divider
     }
 
     Rectangle {

@@ -9,7 +9,7 @@ Item {
     property bool pressed: area.pressed
     readonly property bool hovered: area.containsMouse
     // Its plate is lighter then, and what is written on it must stay readable.
-    readonly property bool lit: pressed || hovered
+    readonly property bool lightened: pressed || hovered
     property real ringRadius: 6
     property color ringColor: Theme.accent
 

@@ -34,7 +34,7 @@ Rectangle {
         elide: Text.ElideRight
         maximumLineCount: 1
         color: Theme.textStrong
-        font { family: Theme.fontFamily; pixelSize: 15 }
+        font { family: Theme.fontFamily; pixelSize: Theme.scaled(15) }
         Accessible.ignored: true
     }
 

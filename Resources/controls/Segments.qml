@@ -45,7 +45,7 @@ FocusScope {
                 height: root.height
                 enabled: root.control.enabledSegments[index]
                 color: chosen ? Theme.accent : area.pressed ? Theme.rowPressed : Theme.row
-                border.color: Theme.raised
+                border.color: Theme.divider
                 opacity: enabled ? 1 : 0.4
 
                 Accessible.role: Accessible.RadioButton

@@ -26,7 +26,7 @@ Pressable {
         minimumPixelSize: 10
         text: root.label
         textFormat: Text.PlainText
-        color: root.filled ? Theme.accentText : root.lit ? Theme.textStrong : Theme.accent
+        color: root.filled ? Theme.accentText : root.lightened ? Theme.textStrong : Theme.accent
         font { family: Theme.fontFamily; pixelSize: Theme.scaled(16); bold: true }
     }
 }

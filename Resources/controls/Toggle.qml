@@ -34,6 +34,7 @@ Pressable {
         radius: root.ringRadius
         visible: root.pointedOut
         color: Theme.edge
+        border { width: 2; color: Theme.accent }
     }
 
     Text {

@@ -37,7 +37,7 @@ FocusScope {
     Rectangle {
         id: box
         anchors.centerIn: parent
-        width: Math.min(parent.width - 40, 320)
+        width: Math.min(parent.width - 40, Theme.scaled(320))
         height: content.height + 32
         radius: 12
         color: Theme.row
@@ -141,7 +141,7 @@ FocusScope {
                             elide: Text.ElideRight
                             text: button.modelData
                             textFormat: Text.PlainText
-                            color: button.lit ? Theme.textStrong : Theme.accent
+                            color: button.lightened ? Theme.textStrong : Theme.accent
                             font { family: Theme.fontFamily; pixelSize: Theme.scaled(16); bold: true }
                         }
                     }

@@ -110,7 +110,7 @@ FocusScope {
                             textFormat: Text.PlainText
                             elide: Text.ElideRight
                             color: Theme.textStrong
-                            font { family: Theme.fontFamily; pixelSize: 16 }
+                            font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
                             Accessible.ignored: true
                             // qmllint disable unqualified
                             onImplicitWidthChanged: root.widest = Math.max(root.widest, implicitWidth)

@@ -85,7 +85,10 @@ FocusScope {
                     Accessible.name: qsTr("%1: %2").arg(key).arg(does)
 
                     Text {
-                        width: 120
+                        id: keys
+                        // qmllint disable unqualified
+                        width: Math.min(Theme.scaled(120), lines.width * 0.45)
+                        // qmllint enable unqualified
                         text: line.key
                         color: Theme.accent
                         wrapMode: Text.WordWrap
@@ -94,7 +97,7 @@ FocusScope {
                     }
                     Text {
                         // qmllint disable unqualified
-                        width: lines.width - 132
+                        width: lines.width - keys.width - 12
                         // qmllint enable unqualified
                         text: line.does
                         color: Theme.text

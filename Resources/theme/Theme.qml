@@ -22,6 +22,8 @@ QtObject {
     readonly property color erase: "#b3261e"
     readonly property color faint: strong ? "#e0e0e0" : "#a3a3a3"
     readonly property color outline: strong ? "#ffffff" : "#6a6a6a"
+    // Between parts of one control.
+    readonly property color divider: strong ? outline : raised
     readonly property color off: "#666666"
     readonly property color field: strong ? "#000000" : "#2e2e2e"
     readonly property color box: strong ? "#1a1a1a" : "#666666"

@@ -17,9 +17,12 @@ class RemoteWalkTest : public test::WebTest {
     configuration_.noticeHost = site_.host();
     configuration_.forumHost = site_.host();
     SiteConfiguration::setCurrent(configuration_);
-    qputenv("VELTRAMOOR_REDUCED_MOTION", "1");
+    Device::sharedInstance().setReducedMotion(true);
   }
-  ~RemoteWalkTest() override { CookieStorage::sharedInstance().erase({"127.0.0.1", ".127.0.0.1"}); }
+  ~RemoteWalkTest() override {
+    CookieStorage::sharedInstance().erase({"127.0.0.1", ".127.0.0.1"});
+    Device::sharedInstance().setReducedMotion(false);
+  }
 
   void tapOn(const QString& name) {
     QQuickItem* found = nullptr;

@@ -18,9 +18,12 @@ class ShellTest : public test::ScreenTest {
     SiteConfiguration configuration = SiteConfiguration::current();
     configuration.noticeHost = site_.host();
     SiteConfiguration::setCurrent(configuration);
-    qputenv("VELTRAMOOR_REDUCED_MOTION", "1");
+    Device::sharedInstance().setReducedMotion(true);
   }
-  ~ShellTest() override { clearCookies(); }
+  ~ShellTest() override {
+    clearCookies();
+    Device::sharedInstance().setReducedMotion(false);
+  }
 
   static void clearCookies() {
     CookieStorage::sharedInstance().erase({"127.0.0.1", ".127.0.0.1", "other.example"});
@@ -234,6 +237,7 @@ TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
   Application app(nullptr);
   app.root().switchViews();
   ASSERT_TRUE(idle(app));
+  app.window()->resize(320, 568);
   app.click(app.item("tab4"));
   ASSERT_TRUE(app.waitForItem("moreTable"));
   app.type(Qt::Key_Tab);
@@ -260,6 +264,7 @@ TEST_F(ShellTest, TheMoreListCanBeReturnedTo) {
   EXPECT_EQ(label(), "Uploads, back to More") << "a held key goes back once";
   app.type(Qt::Key_Escape);
   open("moreRow4", "serverSettings");
+  EXPECT_FALSE(test::itemNamed(app.item("tab4"), "tabLabel")->property("truncated").toBool());
   app.click(app.item("tab4"));
   open("moreRow4", "serverSettings");
   app.click(app.item("serverAddress"));
