@@ -8,7 +8,7 @@ FocusScope {
     objectName: "rowMenu"
     focus: true
 
-    required property PopupMenu menu
+    readonly property PopupMenu menu: App.menu
 
     readonly property int margin: 4
     readonly property rect beside: menu.beside

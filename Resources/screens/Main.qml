@@ -144,16 +144,13 @@ Window {
         }
     }
 
-    // Made when a row asks for its menu.
+    // Read and made when a row asks for its menu.
     Loader {
         objectName: "menuPlace"
         anchors.fill: parent
-        active: App.menu.open
+        source: App.menu.open ? "RowMenu.qml" : ""
         focus: App.menu.open && !App.alertView.visible
         enabled: !App.alertView.visible
-        sourceComponent: RowMenu {
-            menu: App.menu
-        }
     }
 
     AlertBox {
