@@ -6,6 +6,7 @@
 #include "remote/FetchPageDownload.h"
 #include "shell/overlay/ApplicationWindow.h"
 #include "shell/overlay/SendingTorrentIndicator.h"
+#include "toolkit/Announcements.h"
 
 namespace veltramoor {
 namespace {
@@ -39,6 +40,7 @@ void ListSending::ended(const std::optional<std::string>& name) {
     show(count_ >= 2);
   }
   if (name) {
+    Announcements::sharedInstance().say(tr("Sent %1").arg(QString::fromStdString(*name)));
     emit sent(*name);
   }
   emit finished(name.has_value());

@@ -45,6 +45,10 @@ QVariant TorrentTableModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return loadMore ? tr("Load more")
                       : summaryOf((*torrents_)[static_cast<std::size_t>(index.row())]);
+    case NameRole:
+      return loadMore
+                 ? QString()
+                 : QString::fromStdString((*torrents_)[static_cast<std::size_t>(index.row())].name);
     case SentRole:
       return !loadMore && (*torrents_)[static_cast<std::size_t>(index.row())].isDownloaded;
     default:
@@ -56,6 +60,7 @@ QHash<int, QByteArray> TorrentTableModel::roleNames() const {
   return {{LoadMoreRole, "loadMore"},
           {RevisionRole, "revision"},
           {SummaryRole, "summary"},
+          {NameRole, "name"},
           {SentRole, "sent"}};
 }
 

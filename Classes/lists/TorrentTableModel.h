@@ -24,6 +24,8 @@ class TorrentTableModel : public QAbstractListModel {
     RevisionRole,
     /// The row in words, for assistive technology.
     SummaryRole,
+    /// The torrent's name; "" for the "load more" row.
+    NameRole,
     /// Whether the torrent has been sent.
     SentRole,
   };

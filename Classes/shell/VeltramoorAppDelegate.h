@@ -8,6 +8,7 @@
 #include "shell/overlay/LoadingIndicator.h"
 #include "shell/overlay/SendingTorrentIndicator.h"
 #include "toolkit/AlertView.h"
+#include "toolkit/Announcements.h"
 #include "toolkit/Device.h"
 #include "toolkit/InputWatch.h"
 #include "toolkit/PopupMenu.h"
@@ -24,6 +25,7 @@ class VeltramoorAppDelegate : public QObject {
   Q_PROPERTY(veltramoor::AlertView* alertView READ alertView CONSTANT)
   Q_PROPERTY(veltramoor::View* window READ window CONSTANT)
   Q_PROPERTY(veltramoor::Device* device READ device CONSTANT)
+  Q_PROPERTY(veltramoor::Announcements* announcements READ announcements CONSTANT)
   Q_PROPERTY(veltramoor::InputWatch* input READ input CONSTANT)
   Q_PROPERTY(veltramoor::Presentation* presentation READ presentation CONSTANT)
   Q_PROPERTY(veltramoor::PopupMenu* menu READ menu CONSTANT)
@@ -50,6 +52,7 @@ class VeltramoorAppDelegate : public QObject {
   [[nodiscard]] AlertView* alertView() { return &alertView_; }
   [[nodiscard]] View* window() const;
   [[nodiscard]] Device* device() const { return &Device::sharedInstance(); }
+  [[nodiscard]] Announcements* announcements() const { return &Announcements::sharedInstance(); }
   [[nodiscard]] InputWatch* input() const { return &InputWatch::sharedInstance(); }
   [[nodiscard]] Presentation* presentation() const { return &Presentation::sharedInstance(); }
   [[nodiscard]] PopupMenu* menu() const { return &PopupMenu::sharedInstance(); }

@@ -17,6 +17,13 @@ FocusScope {
     /// A tap on the field while it is disabled.
     signal refused()
 
+    Accessible.ignored: !secret
+    Accessible.role: Accessible.EditableText
+    Accessible.name: label
+    Accessible.focusable: true
+    Accessible.editable: true
+    Accessible.onPressAction: input.forceActiveFocus()
+
     readonly property rect cursor: input.cursorRectangle
 
     // Where the place `position` of the text stands at the moment, beyond the field's ends when it is
@@ -58,13 +65,19 @@ FocusScope {
         inputMethodHints: root.hints | (root.secret ? Qt.ImhSensitiveData | Qt.ImhHiddenText : 0)
         font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
 
-        // Of what can be edited the whole text would be read out, secret or not.
-        Accessible.role: root.secret ? Accessible.StaticText : Accessible.EditableText
+        Accessible.role: Accessible.EditableText
         Accessible.name: root.label
         Accessible.focusable: true
+        // The toolkit reads out the whole text of an input, secret or not: of a password the field
+        // around it is what a reader meets.
+        Accessible.ignored: root.secret
 
         onTextEdited: root.field.text = text
-        onActiveFocusChanged: root.field.focusChanged(activeFocus)
+        onActiveFocusChanged: {
+            root.field.focusChanged(activeFocus)
+            if (activeFocus && root.secret)
+                App.announcements.tellFocus(root)
+        }
         Keys.onReturnPressed: root.returnPressed()
         Keys.onEnterPressed: root.returnPressed()
 

@@ -60,7 +60,7 @@ FocusScope {
         font { family: Theme.fontFamily; pixelSize: Theme.scaled(16) }
 
         Accessible.role: Accessible.EditableText
-        Accessible.name: qsTr("Search")
+        Accessible.name: qsTr("Words to search for")
         Accessible.searchEdit: true
 
         onTextEdited: root.field.text = text

@@ -11,6 +11,7 @@ Item {
     required property bool loadMore
     required property int revision
     required property string summary
+    required property string name
     required property bool sent
     required property AllListViewController controller
     required property bool keyboardInUse
@@ -30,6 +31,8 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: summary
+    Accessible.selectable: true
+    Accessible.selected: ListView.isCurrentItem
     Accessible.focusable: true
     Accessible.onPressAction: controller.didSelectRowAtIndexPath(index)
 
@@ -75,7 +78,8 @@ Item {
         anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
         plate: torrentCell.highlighted ? Theme.rowPressed : Theme.row
         sent: root.sent
-        label: qsTr("Send %1 to your computer").arg(root.summary)
+        label: root.loadMore ? "" : (root.sent ? qsTr("Send %1 again") : qsTr("Send %1 to your computer"))
+                                    .arg(root.name)
         // Not to be taken back while it has the focus, which leaves together with the row.
         activeFocusOnTab: root.current || activeFocus
         onClicked: root.controller.didTapDownloadButton(root.index)

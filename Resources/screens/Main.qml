@@ -153,6 +153,16 @@ Window {
         enabled: !App.alertView.visible
     }
 
+    // Heard, not seen.
+    Item {
+        objectName: "announcement"
+        width: 1
+        height: 1
+        visible: App.announcements.text.length > 0
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: App.announcements.text
+    }
+
     AlertBox {
         anchors.fill: parent
         alert: App.alertView

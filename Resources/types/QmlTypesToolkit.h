@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "toolkit/Announcements.h"
 #include "toolkit/BarButton.h"
 #include "toolkit/InputWatch.h"
 #include "toolkit/PopupMenu.h"
@@ -13,6 +14,13 @@
 #include "toolkit/TextField.h"
 
 namespace veltramoor::qml {
+
+struct AnnouncementsUsed {
+  Q_GADGET
+  QML_FOREIGN(veltramoor::Announcements)
+  QML_NAMED_ELEMENT(Announcements)
+  QML_UNCREATABLE("made by the application")
+};
 
 struct BarButtonUsed {
   Q_GADGET
