@@ -46,5 +46,6 @@ else()
     $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2> _GLIBCXX_ASSERTIONS)
   # What is linked in and never called costs memory: its pages are mapped with those beside it.
   add_compile_options(-ffunction-sections -fdata-sections)
-  add_link_options(-Wl,-z,relro,-z,now -Wl,--gc-sections)
+  # Relocations, of which QML's tools make thousands, take a twelfth of their room when packed.
+  add_link_options(-Wl,-z,relro,-z,now -Wl,--gc-sections -Wl,-z,pack-relative-relocs)
 endif()

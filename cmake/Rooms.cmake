@@ -13,6 +13,10 @@ function(veltramoor_room name library)
       <algorithm> <chrono> <filesystem> <functional> <map> <memory> <mutex> <optional> <string>
       <string_view> <vector> <fmt/format.h>)
   else()
+    # A screen's code runs at the pace of a person: small rather than quick.
+    if(NOT VELTRAMOOR_SANITIZE)
+      target_compile_options(${room} PRIVATE $<$<CONFIG:RelWithDebInfo,Release>:-Os>)
+    endif()
     veltramoor_precompile(${room} screens
       <algorithm> <chrono> <functional> <map> <memory> <mutex> <optional> <string> <string_view>
       <vector> <QAbstractListModel> <QImage> <QObject> <QPointer> <QString> <QStringList> <QTimer>

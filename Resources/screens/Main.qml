@@ -82,18 +82,24 @@ Window {
         enabled: window.takesKeys
         onActivated: App.goForward()
     }
-    Instantiator {
-        model: 9
-
-        Shortcut {
-            required property int index
-            sequences: ["Ctrl+" + (index + 1)]
-            // qmllint disable unqualified
-            enabled: window.takesKeys
-            // qmllint enable unqualified
-            onActivated: App.selectTab(index === 8 ? -1 : index)
-        }
+    component TabKey: Shortcut {
+        id: tabKey
+        required property int key
+        sequences: ["Ctrl+" + tabKey.key]
+        // qmllint disable unqualified
+        enabled: window.takesKeys
+        // qmllint enable unqualified
+        onActivated: App.selectTab(tabKey.key === 9 ? -1 : tabKey.key - 1)
     }
+    TabKey { key: 1 }
+    TabKey { key: 2 }
+    TabKey { key: 3 }
+    TabKey { key: 4 }
+    TabKey { key: 5 }
+    TabKey { key: 6 }
+    TabKey { key: 7 }
+    TabKey { key: 8 }
+    TabKey { key: 9 }
 
     // Lines too long to be followed help nobody: a wider window shows a column in its middle.
     Item {
