@@ -8,6 +8,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
 #include <QScreen>
+#include <QStyleHints>
 
 #include <algorithm>
 #include <cstdio>
@@ -203,6 +204,8 @@ int main(int argc, char** argv) {
   QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
   // What names no font of its own would have the system's opened as well, half a megabyte of it.
   QGuiApplication::setFont(QFont(QStringLiteral("Liberation Sans")));
+  // A caret that blinks would have a battery draw frames while nothing changes.
+  QGuiApplication::styleHints()->setCursorFlashTime(0);
   QGuiApplication::setApplicationName(QStringLiteral("veltramoor"));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Veltramoor"));
   QGuiApplication::setApplicationVersion(QString::fromStdString(veltramoor::Bundle::version()));
