@@ -29,6 +29,8 @@ QStringList KeySheetController::keys() {
           tr("What else can be done with a row"),
           tr("Delete"),
           tr("Delete an entry of the history, or a filter"),
+          tr("Ctrl+Z"),
+          tr("Put back what was just deleted"),
           tr("Alt+Left, Right"),
           tr("Back and forward in a page"),
           tr("Escape"),

@@ -9,7 +9,9 @@
 #include "platform/SiteConfiguration.h"
 #include "shell/TabAssembly.h"
 #include "site/SiteSession.h"
+#include "toolkit/Announcements.h"
 #include "toolkit/NavigationController.h"
+#include "toolkit/PopupMenu.h"
 #include "toolkit/WebCookies.h"
 
 namespace veltramoor {
@@ -66,11 +68,14 @@ bool SwitchViewController::showSearch() {
                                 stack->stack()->controllers().front().get()) == nullptr) {
       continue;
     }
-    if (tabBarController_->selectedViewController() != stack || stack->depth() > 1) {
+    if (tabBarController_->selectedViewController() != stack) {
       tabBarController_->choose(stack);
     }
-    return tabBarController_->selectedViewController() == stack &&
-           stack->perform(KeyCommand::Search);
+    if (tabBarController_->selectedViewController() != stack) {
+      return false;
+    }
+    stack->popToRootViewController();
+    return stack->perform(KeyCommand::Search);
   }
   return false;
 }
@@ -134,6 +139,9 @@ void SwitchViewController::didSelectViewController(ViewController*) {
 
 void SwitchViewController::logout() {
   deleteSessionCookies();
+  // Nor does the next person meet what the last one was about, or hear what was sent.
+  PopupMenu::sharedInstance().close();
+  Announcements::sharedInstance().clear();
   // Web pages that are still open are signed out as well, and nobody sees the last person's.
   WebCookies::sharedInstance().push();
   for (const auto& tab : tabBarController_->viewControllers()) {

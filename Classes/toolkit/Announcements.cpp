@@ -13,9 +13,13 @@ void Announcements::say(const QString& text) {
     return;
   }
   // An alert is read as it comes up: the one before goes first.
-  text_.clear();
-  emit textChanged();
+  clear();
   text_ = text;
+  emit textChanged();
+}
+
+void Announcements::clear() {
+  text_.clear();
   emit textChanged();
 }
 

@@ -19,6 +19,7 @@ class Announcements : public QObject {
   [[nodiscard]] QString text() const { return text_; }
   /// Says `text` once more even when it is the latest already; "" says nothing.
   void say(const QString& text);
+  void clear();
   /// Has the reader take `item` for what has the focus.
   Q_INVOKABLE void tellFocus(QObject* item);
 

@@ -60,7 +60,7 @@ class WebPage : public QObject {
   /// Stops, and from then on the delegate hears of nothing and the page goes nowhere: for a page
   /// that is about to be deleted, whose view may still be at work.
   void abandon();
-  /// The page on show from its server again.
+  /// Asks the server for the address on show; what a form sent there is not sent again.
   void reload() { emit reloadRequested(); }
   void goBack();
   void goForward();
@@ -77,6 +77,8 @@ class WebPage : public QObject {
   [[nodiscard]] bool isShowingText() const { return showingText_; }
   [[nodiscard]] bool canGoBack() const { return canGoBack_; }
   [[nodiscard]] bool canGoForward() const { return canGoForward_; }
+  /// Whether the engine has a page to show, perhaps below an error.
+  [[nodiscard]] bool hasPage() const { return shown_; }
   /// What failed, in one line; "" while nothing has.
   [[nodiscard]] QString error() const { return error_; }
   /// The address whose load failed; empty for text of the application's and while nothing has.

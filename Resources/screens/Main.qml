@@ -27,7 +27,29 @@ Window {
 
     // What has the focus may be disabled, hidden or gone the next moment. Keys go on from there: to the
     // next control of its screen, but for fields, which would have the keyboard come up by itself.
-    onActiveFocusItemChanged: focusSettling.restart()
+    onActiveFocusItemChanged: {
+        if (activeFocusItem && activeFocusItem.activeFocusOnTab)
+            focusedLast = activeFocusItem
+        focusSettling.restart()
+    }
+    property Item focusedLast: null
+    // A control that is disabled while it works gets the focus back, unless the person has moved on from
+    // the one that stands in for it.
+    property Item atWork: null
+    property Item standIn: null
+    Connections {
+        target: window.atWork
+        function onEnabledChanged(): void {
+            const control = window.atWork
+            if (!control || !control.enabled)
+                return
+            if (window.standIn && window.standIn.activeFocus)
+                control.forceActiveFocus(Qt.OtherFocusReason)
+            else if (window.standIn && window.standIn.focus)
+                control.focus = true
+            window.atWork = null
+        }
+    }
 
     Timer {
         id: focusSettling
@@ -48,6 +70,8 @@ Window {
         for (let steps = 0; next && steps < 20; ++steps) {
             next = next.nextItemInFocusChain(true)
             if (!(next instanceof TextInput)) {
+                atWork = focusedLast && focusedLast.visible && !focusedLast.enabled ? focusedLast : null
+                standIn = next
                 next.forceActiveFocus(Qt.OtherFocusReason)
                 return
             }

@@ -187,7 +187,7 @@ WebEngineView {
             if (view.stopping)
                 view.stopped()
         }
-        function onReloadRequested(): void { view.prepare(() => view.reload()) }
+        function onReloadRequested(): void { view.prepare(() => view.url = view.url) }
         function onBackRequested(): void { view.goBack() }
         function onForwardRequested(): void { view.goForward() }
         function onScriptRequested(number: int, source: string): void {

@@ -134,7 +134,7 @@ TEST_F(DesktopWishesTest, NobodyWaitsForThem) {
     const DesktopWishes wishes(bus());
     ASSERT_TRUE(waitFor([&] { return portal_.questions == 3; }));
   }
-  EXPECT_LT(elapsed.elapsed(), 3000) << "the bus itself gives up after 25 seconds";
+  EXPECT_LT(elapsed.elapsed(), 15'000) << "the bus itself gives up after 25 seconds";
   EXPECT_FALSE(device_.reducedMotion() || device_.highContrast() || device_.textScale() != 1);
 }
 

@@ -60,6 +60,18 @@ TEST_F(KeysTest, LeadFromTabToTabAndToTheSearchFieldFromEverywhere) {
   ASSERT_TRUE(isSelected(app, 2));
   EXPECT_EQ(app.focused(), "searchBarInput");
   EXPECT_EQ(app.item("searchBarInput")->property("text").toString(), QStringLiteral("a?"));
+  auto* search = qobject_cast<NavigationController*>(
+      app.root().tabBarController()->viewControllers()[2].get());
+  qobject_cast<AllListViewController*>(search->topViewController())->didSettings();
+  press(app, Qt::Key_1, Qt::ControlModifier);
+  press(app, Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(search->depth(), 1);
+  EXPECT_EQ(app.focused(), "searchBarInput");
+  Announcements::sharedInstance().say(QStringLiteral("Sent a"));
+  PopupMenu::sharedInstance().open(search, QStringLiteral("a"), {QStringLiteral("Send")}, {}, true, {});
+  app.root().logout();
+  EXPECT_FALSE(PopupMenu::sharedInstance().isOpen());
+  EXPECT_EQ(Announcements::sharedInstance().text(), QString());
 }
 
 TEST_F(KeysTest, GoOnAtTheFirstRowThatLoadMoreBrought) {
@@ -123,6 +135,7 @@ TEST_F(KeysTest, AndAMousesOwnButtonsGoAlongAPagesHistory) {
   tap(app, *screen, "typed");
   press(app, Qt::Key_F5, {});
   EXPECT_TRUE(waitFor([&] { return pages_.hits("/next") == hits + 1; }));
+  EXPECT_EQ(pages_.last("/next").method, "GET");
   ASSERT_TRUE(waitFor([&] { return !screen->myWebView()->isLoading(); }));
   press(app, Qt::Key_Left, Qt::AltModifier);
   ASSERT_TRUE(waitForValue(*screen, "document.title", "Details"));

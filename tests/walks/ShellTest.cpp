@@ -111,6 +111,7 @@ TEST_F(ShellTest, FromTheFirstStartToTheLogout) {
     EXPECT_EQ(app.alert().message(), QStringLiteral("Bad username or password."));
     app.type(Qt::Key_Return);
     EXPECT_FALSE(app.alert().isVisible());
+    EXPECT_TRUE(waitFor([&] { return app.focused() == "loginBtn"; })) << app.focused();
     app.click(app.item("password"));
     app.root().loginViewController()->password()->setText("");
     app.typeText("demo");

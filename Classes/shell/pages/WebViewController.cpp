@@ -141,15 +141,13 @@ bool WebViewController::perform(KeyCommand command) {
 }
 
 void WebViewController::reload() {
-  if (myWebView_->isLoading()) {
+  if (myWebView_->isLoading() || fetches_ > 0) {
     return;
   }
   if (!myWebView_->error().isEmpty()) {
     tryAgain();
-    return;
-  }
-  showLoading(0);
-  if (myWebView_->isShowingText()) {
+  } else if (myWebView_->isShowingText() || !myWebView_->hasPage()) {
+    showLoading(0);
     openAgain();
   } else {
     myWebView_->reload();
