@@ -73,6 +73,15 @@ FieldList fieldLines(const HeaderList& headers) {
   return lines;
 }
 
+// Path and query as they were given, for the request line: libcurl would write escapes its own way.
+std::string requestTarget(const Url& url) {
+  const std::string& text = url.absoluteString();
+  const std::size_t start = text.find_first_of("/?#", text.find("//") + 2);
+  const std::string target =
+      start == std::string::npos ? "" : text.substr(start, text.find('#', start) - start);
+  return target.starts_with('/') ? target : "/" + target;
+}
+
 // Spare bytes of the body would be taken for the beginning of the connection's next request.
 bool isLengthMisstated(const UrlRequest& request) {
   const std::string length = std::to_string(request.body.value_or("").size());
@@ -167,6 +176,7 @@ class CurlTransfer::Impl {
     set(CURLOPT_CONNECTTIMEOUT_MS,
         static_cast<long>(std::min<milliseconds::rep>(limits.idle.count(), INT_MAX)));
     set(CURLOPT_URL, request.url.absoluteString().c_str());
+    set(CURLOPT_REQUEST_TARGET, requestTarget(request.url).c_str());
     set(CURLOPT_HTTPHEADER, fields.get());
     const bool hasBody = request.body.has_value() || request.method == "POST";
     set(CURLOPT_POSTFIELDS, static_cast<const char*>(nullptr));

@@ -174,7 +174,10 @@ WebEngineView {
         function onUrlRequested(url: url): void { view.prepare(() => view.url = url) }
         function onStopRequested(): void {
             view.pending = null
-            view.stop()
+            if (view.deciding)
+                Qt.callLater(view.stopLate) // qmllint disable
+            else
+                view.stop()
             view.stopping = true
             view.heard = false
         }
@@ -201,9 +204,20 @@ WebEngineView {
     // Whether the load under way led to where no page of this profile may go.
     property bool refused: false
 
+    // While the engine asks whether it may go somewhere it must not be stopped: newer ones end the
+    // program then.
+    property bool deciding: false
+    function stopLate(): void {
+        if (stopping)
+            stop()
+    }
+
     onNavigationRequested: request => {
         const main = request.isMainFrame
-        if (!page || !page.shouldStartLoad(request.url, request.navigationType, main)) {
+        deciding = true
+        const wanted = page && page.shouldStartLoad(request.url, request.navigationType, main)
+        deciding = false
+        if (!wanted) {
             request.reject()
             return
         }

@@ -98,10 +98,10 @@ TEST_F(TransferFailureTest, KnowsWhyThereIsNoConnection) {
   const RawServer banner([](const auto&) { return RawReply::hang(); }, "SSH-2.0-OpenSSH_9.2\r\n");
   const FullPort full;
   for (const Case& c : std::vector<Case>{
-           {"127.0.0.1", test::freePort(), "/", Kind::Refused, "127.0.0.1 port"},
+           {"127.0.0.1", test::freePort(), "/", Kind::Refused, "connect to 127.0.0.1"},
            // The loopback's broadcast address: the system itself sends nothing there.
            {"127.255.255.255", 9, "/", Kind::Unreachable, "127.255.255.255"},
-           {"localhost", test::freePort(), "/", Kind::Refused, "localhost port"},
+           {"localhost", test::freePort(), "/", Kind::Refused, "connect to localhost"},
            {"nobody.invalid", 8080, "/", Kind::NameNotFound, "nobody.invalid"},
            {"127.0.0.1", full.number(), "/", Kind::TimedOut},
            {"localhost", banner.port(), "/", Kind::Tls, "", "https"},

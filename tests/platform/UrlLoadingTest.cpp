@@ -51,9 +51,10 @@ TEST_F(UrlLoadingTest, SendsHeadAndBodyByteForByte) {
   UrlRequest put = postTo(server.url(), "body");
   put.method = "PUT";
   ASSERT_TRUE(loading_.send(put).response);
+  ASSERT_TRUE(loading_.send(requestTo("http://" + host + "?%7e#/top")).response);
 
   const auto seen = server.requests();
-  ASSERT_EQ(seen.size(), 5U);
+  ASSERT_EQ(seen.size(), 6U);
   EXPECT_EQ(seen[0].head,
             "GET /a/../%7e?q='(x)' HTTP/1.1\r\nHost: " + host +
                 "\r\nAuthorization: Basic dUA6cCB3\r\nAccept: */*\r\n"
@@ -73,6 +74,7 @@ TEST_F(UrlLoadingTest, SendsHeadAndBodyByteForByte) {
   EXPECT_EQ(seen[3].body.size(), 2'000'000U);
   EXPECT_FALSE(seen[3].header("Expect"));
   EXPECT_EQ(seen[4].method + seen[4].body, "PUTbody");
+  EXPECT_EQ(seen[5].target, "/?%7e");
 }
 
 TEST_F(UrlLoadingTest, RefusesHeadersThatWouldBreakOutOfTheirLine) {

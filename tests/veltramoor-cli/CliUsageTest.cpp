@@ -42,15 +42,19 @@ TEST_F(CliUsageTest, NamesTheOptionAndWhatItTakesInOneLine) {
     EXPECT_EQ(said(one.arguments), std::string("veltramoor-cli: ") + one.words + "\n");
     EXPECT_EQ(status_, 2) << one.words;
   }
-  for (const char* command : {"recent", "search", "top", "favourites"}) {
-    const std::string text = said({command, "--category", bad});
+  // With a query for search: releases of the library differ in which of two faults they name.
+  for (const std::vector<std::string>& line : std::initializer_list<std::vector<std::string>>{
+           {"recent"}, {"search", "x"}, {"top"}, {"favourites"}}) {
+    std::vector<std::string> arguments = line;
+    arguments.insert(arguments.end(), {"--category", bad});
+    const std::string text = said(arguments);
     EXPECT_TRUE(text.starts_with("veltramoor-cli: --category takes 0 for all, 100 for audio,"));
     EXPECT_EQ(text.find(bad), std::string::npos) << text;
   }
   const std::string text = said({"--forum-host", "http://me:" + bad + "@a.test/", "recent"});
   EXPECT_TRUE(text.starts_with("veltramoor-cli: --forum-host must be a host name")) << text;
   EXPECT_EQ(text.find(bad), std::string::npos) << text;
-  EXPECT_NE(said({"recent", "--help"}).find("Usage: veltramoor-cli recent"), std::string::npos);
+  EXPECT_NE(said({"recent", "--help"}).find("veltramoor-cli recent [OPTIONS]"), std::string::npos);
 }
 
 TEST_F(CliUsageTest, SaysEachProblemOfTheConfigurationOnALineOfItsOwn) {
