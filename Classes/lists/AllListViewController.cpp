@@ -156,6 +156,8 @@ void AllListViewController::fetchPage(int page) {
 void AllListViewController::fetch(std::optional<Url> url) {
   setNotice({});
   notices_.setOfSettings({});
+  // Who asks the site anew is to hear of the site, not of a send from before.
+  notices_.setOfSend({});
   askedFor_ = url;
   // A refresh now would have the page under way replace the rows and its own page follow it.
   headerView_.refreshBtn()->setEnabled(false);

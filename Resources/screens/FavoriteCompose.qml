@@ -56,6 +56,9 @@ FocusScope {
     }
 
     FormScroll {
+        id: scroll
+        // Where the focus is after Return while there is nothing to save.
+        activeFocusOnTab: true
         anchors { fill: parent; topMargin: bar.height }
         contentHeight: form.height + 40
 
@@ -82,6 +85,7 @@ FocusScope {
                 field: root.controller.newItem
                 label: qsTr("Regular expression")
                 placeholder: qsTr("for example 1080p.*x26[45]")
+                onReturned: (save.enabled ? save : scroll).forceActiveFocus()
             }
 
             // Points at the place in the field above, or to the side where it is out of view.

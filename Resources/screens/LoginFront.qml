@@ -12,7 +12,12 @@ FocusScope {
     // the screen, so that the form has room beneath its lettering. Shares of the picture's height.
     readonly property real letteringTop: 0.12
     readonly property real letteringBottom: 0.265
-    readonly property bool low: height < 400
+    readonly property real letteringFoot: letteringY + letteringBottom * background.height
+    readonly property real letteringY: Math.min(0, Math.max(height - background.height,
+                                                            0.17 * height - letteringTop * background.height))
+    // A low window has room for the form alone.
+    readonly property bool low: height < 400 || (letteringFoot > Math.max(100, 0.3 * height)
+                                                 && letteringFoot + form.height > height)
 
     Item {
         anchors.fill: parent
@@ -31,10 +36,7 @@ FocusScope {
             width: whole.width * cover
             height: whole.height * cover
             x: (root.width - width) / 2
-            // A low window has room for the form alone.
-            y: root.low ? Math.max(root.height - height, -root.letteringBottom * height)
-                        : Math.min(0, Math.max(root.height - height,
-                                               0.17 * root.height - root.letteringTop * height))
+            y: root.low ? Math.max(root.height - height, -root.letteringBottom * height) : root.letteringY
             source: App.imageUrl(root.controller.backgroundImage.replace(".png", "@2x.png"))
             smooth: true
             // Large, and seen on this screen alone.
@@ -56,11 +58,10 @@ FocusScope {
 
         Item {
             id: form
-            readonly property real underLettering: background.y + root.letteringBottom * background.height
             // Beside the button in the corner.
             readonly property real aside: root.low && scroll.width < 520 ? 28 : 0
             x: Math.round((scroll.width - aside - width) / 2)
-            y: root.low ? 12 : Math.round(Math.min(underLettering, Math.max(100, scroll.height * 0.3)))
+            y: root.low ? 12 : Math.round(root.letteringFoot)
             width: Math.min(scroll.width - 40 - aside, 400)
             height: column.height
 

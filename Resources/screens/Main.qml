@@ -39,16 +39,16 @@ Window {
     property Item standIn: null
     Connections {
         target: window.atWork
-        function onEnabledChanged(): void {
-            const control = window.atWork
-            if (!control || !control.enabled)
-                return
-            if (window.standIn && window.standIn.activeFocus)
-                control.forceActiveFocus(Qt.OtherFocusReason)
-            else if (window.standIn && window.standIn.focus)
-                control.focus = true
-            window.atWork = null
-        }
+        function onEnabledChanged(): void { window.giveBack() }
+    }
+    function giveBack(): void {
+        if (!atWork || !atWork.enabled)
+            return
+        if (standIn && standIn.activeFocus)
+            atWork.forceActiveFocus(Qt.OtherFocusReason)
+        else if (standIn && standIn.focus)
+            atWork.focus = true
+        atWork = null
     }
 
     Timer {
@@ -70,7 +70,9 @@ Window {
         for (let steps = 0; next && steps < 20; ++steps) {
             next = next.nextItemInFocusChain(true)
             if (!(next instanceof TextInput)) {
-                atWork = focusedLast && focusedLast.visible && !focusedLast.enabled ? focusedLast : null
+                atWork = null
+                if (focusedLast && focusedLast.visible && !focusedLast.enabled)
+                    atWork = focusedLast
                 standIn = next
                 next.forceActiveFocus(Qt.OtherFocusReason)
                 return

@@ -169,7 +169,10 @@ int showWhyNot(const QCommandLineParser& parser, const std::string& reason) {
 QtMessageHandler handlerOfQt = nullptr;
 
 void dropEngineMessages(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  if (!veltramoor::isEngineMessage(message)) {
+  // What the engine tells of the graphics it has found.
+  const bool ofContext =
+      context.category != nullptr && std::string_view(context.category) == "qt.webenginecontext";
+  if (!ofContext && !veltramoor::isEngineMessage(message)) {
     handlerOfQt(type, context, message);
   }
 }

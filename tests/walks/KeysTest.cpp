@@ -68,7 +68,8 @@ TEST_F(KeysTest, LeadFromTabToTabAndToTheSearchFieldFromEverywhere) {
   EXPECT_EQ(search->depth(), 1);
   EXPECT_EQ(app.focused(), "searchBarInput");
   Announcements::sharedInstance().say(QStringLiteral("Sent a"));
-  PopupMenu::sharedInstance().open(search, QStringLiteral("a"), {QStringLiteral("Send")}, {}, true, {});
+  PopupMenu::sharedInstance().open(search, {}, QStringLiteral("a"),
+                                   {{QStringLiteral("Send"), [] {}}});
   app.root().logout();
   EXPECT_FALSE(PopupMenu::sharedInstance().isOpen());
   EXPECT_EQ(Announcements::sharedInstance().text(), QString());

@@ -128,8 +128,11 @@ bool WebViewController::perform(KeyCommand command) {
       reload();
       return true;
     case KeyCommand::Back:
-      // Where the screen has a button for it, the key is as good as that.
-      if (backButton_ != nullptr ? backButton_->isEnabled() : myWebView_->canGoBack()) {
+      // Where the screen has a button for it, the key is as good as that; elsewhere it leads to the
+      // page that the screen is for, which has no place in the engine's history.
+      if (backButton_ != nullptr
+              ? backButton_->isEnabled()
+              : myWebView_->canGoBack() || (result_ && !myWebView_->isShowingText())) {
         goBack();
       }
       return true;
