@@ -37,13 +37,9 @@ Window {
     // the one that stands in for it.
     property Item atWork: null
     property Item standIn: null
-    Connections {
-        target: window.atWork
-        function onEnabledChanged(): void { window.giveBack() }
-    }
+    readonly property bool hasWorked: atWork !== null && atWork.enabled
+    onHasWorkedChanged: focusSettling.restart()
     function giveBack(): void {
-        if (!atWork || !atWork.enabled)
-            return
         if (standIn && standIn.activeFocus)
             atWork.forceActiveFocus(Qt.OtherFocusReason)
         else if (standIn && standIn.focus)
@@ -54,7 +50,11 @@ Window {
     Timer {
         id: focusSettling
         interval: 0
-        onTriggered: window.keepFocus()
+        onTriggered: {
+            if (window.hasWorked)
+                window.giveBack()
+            window.keepFocus()
+        }
     }
 
     function keepFocus(): void {
