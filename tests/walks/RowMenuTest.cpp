@@ -54,7 +54,12 @@ class RowMenuTest : public test::ScreenTest {
     QTest::mouseClick(app.window(), Qt::RightButton, {}, item->mapToScene(at).toPoint());
   }
 
-  QPointingDevice* finger_ = QTest::createTouchDevice();
+  // For all cases: the toolkit keeps what it was once told of.
+  static QPointingDevice* finger() {
+    static QPointingDevice* const device = QTest::createTouchDevice();
+    return device;
+  }
+  QPointingDevice* const finger_ = finger();
 };
 
 TEST_F(RowMenuTest, AFingerHeldStillOpensItAndSelectsNothing) {
